@@ -1,0 +1,7 @@
+<!DOCTYPE html>
+<html><head><meta charset="utf-8"><title><?= htmlspecialchars($title, ENT_COMPAT, 'ISO-8859-1') ?></title></head>
+<body>
+<h1>Hello <?= htmlspecialchars($name, ENT_COMPAT, 'ISO-8859-1') ?>!</h1>
+<p>You have <a href="<?= $url ?>"><?= $orders ?> open orders</a>. We write to you as soon as a parcel leaves our house.</p>
+<p class="greeting">Yours sincerely, <?= htmlspecialchars($shop, ENT_COMPAT, 'ISO-8859-1') ?></p>
+</body></html>
