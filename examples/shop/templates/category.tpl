@@ -1,0 +1,50 @@
+<!doctype html>
+<html lang="en">
+<head>
+<meta charset="utf-8">
+<meta name="viewport" content="width=device-width, initial-scale=1">
+<title>{rdynamic crumb,breadcrumbs}{htmlspecialchars crumb::*::name} · {/rdynamic}{htmlspecialchars shop::name}</title>
+<meta name="description" content="{htmlentities shop::tagline}">
+{include style.tpl}
+</head>
+<body>
+{include shapes.tpl}
+{include header.tpl}
+<main>
+{include breadcrumbs.tpl}
+<section class="hero">
+<div>
+<h1>{htmlspecialchars category::name}</h1>
+<p>{category::intro shop::tagline}</p>
+</div>
+<div class="trio" aria-hidden="true">{dynamic featured}<svg viewBox="0 0 160 160" style="--a:{*::shade};--b:{*::body}"><use href="#{*::shape}"/></svg>{/dynamic}</div>
+</section>
+<input type="checkbox" id="filters" hidden>
+<div class="bar">
+<label for="filters" class="button">Filters</label>
+<span><b>{products::first}–{products::last}</b> of {products::total} lamps</span>
+<label class="sort">Sort by <select>
+{dynamic sorting}<option value="{[*]}"{optional [*] popular} selected{/optional}>{htmlspecialchars *}</option>
+{/dynamic}</select></label>
+</div>
+<div class="columns">
+{include facets.tpl}
+<div>
+<ul class="grid">
+{dynamic product,products}{include product.tpl}
+{optional product::[*] 7}{include shop::promo}
+{/optional}{/dynamic}</ul>
+{include pages.tpl}
+</div>
+</div>
+{optional viewed}<section class="seen">
+<h2>You looked at</h2>
+<ul>
+{rdynamic seen,viewed}<li><a href="/p/{rawurlencode seen::*::name}" style="--t:{seen::*::tint '#eee8dc'};--a:{seen::*::shade};--b:{seen::*::body}"><svg viewBox="0 0 160 160" aria-hidden="true"><use href="#{seen::*::shape}"/></svg>{htmlspecialchars seen::*::name}</a></li>
+{/rdynamic}</ul>
+</section>{/optional}
+</main>
+{include footer.tpl}
+{include script.tpl}
+</body>
+</html>
