@@ -1,0 +1,25 @@
+PHP_ARG_ENABLE([template],
+  [whether to enable the template engine],
+  [AS_HELP_STRING([--enable-template], [Enable the template engine])],
+  [yes])
+
+if test "$PHP_TEMPLATE" != "no"; then
+  AC_MSG_CHECKING([for PHP 8.2 without thread safety])
+  template_api=$($PHP_CONFIG --phpapi)
+  if test "$template_api" != "20220829"; then
+    AC_MSG_ERROR([this PHP has module API $template_api: install php8.2-dev and use its phpize])
+  fi
+  if test "$PHP_THREAD_SAFETY" = "yes"; then
+    AC_MSG_ERROR([this PHP is thread-safe: install a PHP 8.2 built without thread safety])
+  fi
+  AC_MSG_RESULT([yes])
+
+  PHP_REQUIRE_CXX()
+  PHP_CXX_COMPILE_STDCXX([20], [mandatory], [PHP_TEMPLATE_STDCXX])
+  PHP_ADD_LIBRARY([stdc++], [1], [TEMPLATE_SHARED_LIBADD])
+  PHP_SUBST([TEMPLATE_SHARED_LIBADD])
+
+  template_flags="$PHP_TEMPLATE_STDCXX -fvisibility=hidden -fvisibility-inlines-hidden -Wall -Wextra -Wformat -Werror=format-security"
+  template_sources="src/main.cpp src/warning.cpp src/php_interface.cpp src/call.cpp src/arena.cpp src/text_buffer.cpp src/stack_guard.cpp src/input.cpp src/template.cpp src/reference.cpp src/variables.cpp src/value_text.cpp src/escape.cpp src/structure.cpp"
+  PHP_NEW_EXTENSION([template], [$template_sources], [$ext_shared], [], [$template_flags], [cxx])
+fi

@@ -1,0 +1,174 @@
+#pragma once
+
+#include "my_list.h"
+#include "reference.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+extern "C" {
+#include "php.h"
+}
+
+// The block tree: what analysis leaves to be rendered. All blocks live in the arena of their call, which owns them;
+// none has a destructor. Texts are views on copies in the same arena.
+
+class Template;
+class DynamicBlock;
+
+/// Base of all blocks. Both drivers dispatch on the kind.
+class Block {
+public:
+	enum BLOCK_TYPE : uint8_t {
+		UNKNOWN,
+		VARIABLE,
+		TEXT,
+		INCLUDE,
+		_OPTIONAL,
+		NOPTIONAL,
+		DYNAMIC,
+		RDYNAMIC,
+		OPTIONAL_CLOSE,
+		DYNAMIC_CLOSE,
+		RDYNAMIC_CLOSE,
+		ADDSLASHES,
+		HTMLENTITIES,
+		HTMLSPECIALCHARS,
+		RAWURLENCODE,
+	};
+
+	Block* oNext = nullptr;
+
+	BLOCK_TYPE getType() const { return type; }
+
+protected:
+	explicit Block(BLOCK_TYPE _type) : type(_type) {}
+
+private:
+	BLOCK_TYPE type;
+};
+
+/// Literal text and values that were known during analysis: a part of the call's text buffer.
+class TextBlock : public Block {
+public:
+	TextBlock(size_t _nStart, size_t _nLength) : Block(TEXT), nStart(_nStart), nLength(_nLength) {}
+
+	size_t nStart;
+	size_t nLength;
+};
+
+/// A reference that depends on a dynamic block. Which block that is stands fast as soon as the tag is read, because
+/// a body is rendered inside exactly those blocks inside which it was written.
+struct DynamicReference {
+	const DynamicBlock* oDynamicBlock; ///< null: no enclosing block bears that name, so nothing is ever found
+	const Index* listIndexes;
+	bool bKey; ///< asks for the element's key
+};
+
+/// An escaping tag; the kind of the block tells the escaping.
+class VariableBlock : public Block {
+public:
+	VariableBlock(BLOCK_TYPE _type, const DynamicReference& _oReference) : Block(_type), oReference(_oReference) {}
+
+	DynamicReference oReference;
+};
+
+/// One of the references that a variable tag lists.
+struct Alternative {
+	/// What is known of it since analysis.
+	enum KIND : uint8_t {
+		DYNAMIC_VALUE, ///< to be found in the element of a dynamic block
+		FOUND,         ///< found in the user data
+		MALFORMED,     ///< an error, but only if it is ever tried
+	};
+
+	Alternative* oNext;
+	KIND eKind;
+	ReferenceError eError;       ///< MALFORMED
+	DynamicReference oReference; ///< DYNAMIC_VALUE
+	const zval* phpVariable;     ///< FOUND; borrowed from the user data
+	std::string_view sReference; ///< MALFORMED: as it was written
+};
+
+/// A variable tag that depends on a dynamic block. References known to find nothing are left out of its alternatives.
+class MultiVariableBlock : public Block {
+public:
+	MultiVariableBlock(MyList<Alternative> _listVariables, std::string_view _sVariables)
+		: Block(VARIABLE), listVariables(_listVariables), sVariables(_sVariables), bText(false) {}
+	MultiVariableBlock(MyList<Alternative> _listVariables, std::string_view _sText, std::string_view _sVariables)
+		: Block(VARIABLE), listVariables(_listVariables), sText(_sText), sVariables(_sVariables), bText(true) {}
+
+	MyList<Alternative> listVariables;
+	std::string_view sText;      ///< the fallback text
+	std::string_view sVariables; ///< the whole argument, to echo the tag
+	bool bText;                  ///< whether there is a fallback text
+};
+
+/// Base of the blocks that have a body.
+class SubBlock : public Block {
+public:
+	MyList<Block> listSubBlocks;
+	DynamicReference oReference;
+
+protected:
+	SubBlock(BLOCK_TYPE _type, const DynamicReference& _oReference) : Block(_type), oReference(_oReference) {}
+};
+
+/// The key of an array element.
+struct ElementKey {
+	const zend_string* sKey = nullptr; ///< null for an integer key
+	zend_ulong nIndex = 0;
+};
+
+/// The value that an optional tag compares with.
+class ComparedValue {
+public:
+	/// A zero byte has to follow `_sValue`; both have to outlive this object.
+	explicit ComparedValue(std::string_view _sValue);
+
+	bool empty() const { return sValue.empty(); }
+	/// Compares the text as written, quotes included.
+	bool equalsKey(const ElementKey& oKey) const;
+	/// Compares the text without its quotes with a value that is a string, an integer or a boolean.
+	bool equalsValue(const zval* phpVariable) const;
+
+private:
+	std::string_view sValue;
+	std::string_view sStripped;
+	zend_long nNumber;
+};
+
+/// A section that is shown or hidden by the element or key of a dynamic block. (What other values decide is decided
+/// during analysis and leaves no block.)
+class OptionalBlock : public SubBlock {
+public:
+	OptionalBlock(const DynamicReference& _oReference, const ComparedValue& _oValue, bool negation)
+		: SubBlock(negation ? NOPTIONAL : _OPTIONAL, _oReference), oValue(_oValue) {}
+
+	ComparedValue oValue;
+};
+
+/// A section that is repeated for each element of an array.
+class DynamicBlock : public SubBlock {
+public:
+	/// The data lies in the element of an enclosing block.
+	DynamicBlock(const DynamicReference& _oReference, bool bReverse)
+		: SubBlock(bReverse ? RDYNAMIC : DYNAMIC, _oReference) {}
+	/// The data was found in the user data.
+	DynamicBlock(const zval* _phpVariable, bool bReverse)
+		: SubBlock(bReverse ? RDYNAMIC : DYNAMIC, {}), phpVariable(_phpVariable) {}
+
+	const zval* phpVariable = nullptr; ///< borrowed from the user data; null when it is found at render time
+
+	// While the body is analysed.
+	const Template* oTemplate = nullptr;     ///< the template that opened the block
+	DynamicBlock* oOuterNamesake = nullptr;  ///< the next enclosing block of the same name
+	DynamicBlock* oOutermostNamesake = this; ///< the outermost one: a name means that one
+
+	// While the block is rendered.
+	ElementKey phpKey;                   ///< of the element
+	const zval* phpValue = nullptr;      ///< the element
+	HashTable* phpTable = nullptr;       ///< the table that is walked; one reference is held
+	DynamicBlock* oOuterLoop = nullptr;  ///< the next enclosing block that holds a table
+};

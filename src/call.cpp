@@ -1,0 +1,46 @@
+#include "call.h"
+
+HashTable* Call::beginLoop(DynamicBlock& oBlock, const zval* phpData) {
+	HashTable* oTable = PHPInterface::acquireTable(phpData);
+	if (oTable) {
+		oBlock.phpTable = oTable;
+		oBlock.oOuterLoop = oInnermostLoop;
+		oInnermostLoop = &oBlock;
+	}
+	return oTable;
+}
+
+void Call::endLoop() {
+	DynamicBlock* oBlock = oInnermostLoop;
+	oInnermostLoop = oBlock->oOuterLoop;
+	zend_array_release(oBlock->phpTable);
+}
+
+char* Call::takeFileBuffer() {
+	if (FileBuffer* oBuffer = oFreeFileBuffers) {
+		oFreeFileBuffers = oBuffer->oNext;
+		return oBuffer->aBytes;
+	}
+	return static_cast<FileBuffer*>(emalloc(sizeof(FileBuffer)))->aBytes;
+}
+
+void Call::giveFileBuffer(char* pBuffer) {
+	auto* oBuffer = reinterpret_cast<FileBuffer*>(pBuffer);
+	oBuffer->oNext = oFreeFileBuffers;
+	oFreeFileBuffers = oBuffer;
+}
+
+void Call::release() {
+	while (oInnermostLoop) {
+		endLoop();
+	}
+	oNames.release();
+	sTexts.release();
+	sTag.release();
+	sOutput.release();
+	while (FileBuffer* oBuffer = oFreeFileBuffers) {
+		oFreeFileBuffers = oBuffer->oNext;
+		efree(oBuffer);
+	}
+	oArena.release();
+}

@@ -1,0 +1,115 @@
+#include "call.h"
+#include "error.h"
+#include "template.h"
+#include "warning.h"
+
+#include <cstring>
+
+extern "C" {
+#include "php.h"
+}
+
+#include "template_arginfo.h"
+
+namespace {
+
+constexpr const char* VERSION = "2.0.0";
+
+/// What a call came to: a text, an error message or, when both are null, a pending PHP exception.
+struct Outcome {
+	zend_string* sText = nullptr;
+	zend_string* sError = nullptr;
+};
+
+zend_string* concatenate(std::string_view sLeft, std::string_view sRight) {
+	return zend_string_concat2(sLeft.data(), sLeft.size(), sRight.data(), sRight.size());
+}
+
+/// Analyses and renders. The template's file is closed on return.
+void run(Call& call, std::string_view sFileName, bool string_mode, Outcome& oOutcome) {
+	Template oTemplate(sFileName, call);
+	try {
+		if (oTemplate.open(string_mode)) {
+			oTemplate.analyzeTemplate();
+			oOutcome.sText = oTemplate.getResult();
+		} else {
+			oOutcome.sError = concatenate("Could not open file ", sFileName);
+		}
+	} catch (const TemplateError& oError) {
+		oOutcome.sError = oError.message();
+	}
+}
+
+/// Runs a call and frees all that it used. A fatal error inside goes on from here, when nothing is left of the engine
+/// but open streams, which PHP closes at the end of the request.
+void runAndRelease(std::string_view sFileName, const zval* userData, bool string_mode, Outcome& oOutcome) {
+	Call call(userData);
+	bool bFatal = false;
+	zend_try {
+		run(call, sFileName, string_mode, oOutcome);
+	}
+	zend_catch {
+		bFatal = true;
+		call.abandonLoops();
+	}
+	zend_end_try();
+	call.release();
+	if (bFatal) {
+		zend_bailout();
+	}
+}
+
+} // namespace
+
+ZEND_FUNCTION(template) {
+	zend_string* fileName;
+	zval* userData;
+	bool string_mode = false;
+
+	ZEND_PARSE_PARAMETERS_START(2, 3)
+		Z_PARAM_STR(fileName)
+		Z_PARAM_ARRAY(userData)
+		Z_PARAM_OPTIONAL
+		Z_PARAM_BOOL(string_mode)
+	ZEND_PARSE_PARAMETERS_END_EX(raiseWarning("Error while parsing parameters"); RETURN_NULL());
+
+	Outcome oOutcome;
+	// The name, or the text, ends at its first zero byte.
+	runAndRelease(ZSTR_VAL(fileName), userData, string_mode, oOutcome);
+
+	// User code that ran last, while the file was closed, may have thrown even though all went well before.
+	if (oOutcome.sText && !EG(exception)) {
+		RETURN_STR(oOutcome.sText);
+	}
+	RETVAL_NULL();
+	if (oOutcome.sText) {
+		zend_string_release(oOutcome.sText);
+	}
+	if (oOutcome.sError) {
+		if (!EG(exception)) {
+			raiseWarning(ZSTR_VAL(oOutcome.sError));
+		}
+		zend_string_release(oOutcome.sError);
+	}
+}
+
+static zend_result zm_startup_template(int, int) {
+	return SUCCESS;
+}
+
+static zend_module_entry template_module_entry = {
+	STANDARD_MODULE_HEADER,
+	"template",
+	ext_functions,
+	zm_startup_template,
+	nullptr, // module shutdown
+	nullptr, // request startup
+	nullptr, // request shutdown
+	nullptr, // info
+	VERSION,
+	STANDARD_MODULE_PROPERTIES,
+};
+
+extern "C" {
+ZEND_GET_MODULE(template)
+}

@@ -1,0 +1,251 @@
+#include "template.h"
+
+#include "error.h"
+#include "value_text.h"
+
+#include <cstdlib>
+#include <optional>
+
+// Structured blocks: includes, optional and dynamic sections, their analysis and their rendering.
+
+// --- Include --------------------------------------------------------------------------------------------------------
+
+void Template::analyzeIncludeBlock(BlockList& subBlockList, std::string_view sArgument) {
+	const zval* phpVariable = nullptr;
+	Reference oReference = analyzeVariable(sArgument, phpVariable);
+	if (oReference.eType == ASTERISK || oReference.eType == KEY) {
+		fail({"Include block bad parameter '", sArgument, "': asterisk in filename is forbidden"});
+	}
+	std::string_view sIncluded = sArgument;
+	if (oReference.eType == IMMEDIATE && Z_TYPE_P(phpVariable) == IS_STRING) {
+		sIncluded = Z_STRVAL_P(phpVariable);
+	} else if (sArgument.empty()) {
+		fail({"Include block bad parameter: no parameter found"});
+	}
+	if (isInIncludeChain(sIncluded)) {
+		fail({"Include block bad parameter '", sArgument, "': circle is detected"});
+	}
+
+	// The included file is closed only when its error is out of the catch block: that may run user code.
+	std::optional<TemplateError> oError;
+	{
+		Template oTemplate(call.oArena.copy(sIncluded), *this);
+		try {
+			// A file that can't be opened is left out without a word.
+			if (oTemplate.open(false)) {
+				oTemplate._analyzeTemplate(subBlockList, Block::UNKNOWN);
+			}
+		} catch (const TemplateError& oCaught) {
+			oError = oCaught;
+		}
+	}
+	if (oError) {
+		throw *oError;
+	}
+	throwIfExceptionIsPending();
+}
+
+bool Template::isInIncludeChain(std::string_view sName) const {
+	for (const Template* oTemplate = this; oTemplate; oTemplate = oTemplate->oIncluder) {
+		if (oTemplate->sFileName == sName) {
+			return true;
+		}
+	}
+	return false;
+}
+
+// --- Optional -------------------------------------------------------------------------------------------------------
+
+ComparedValue::ComparedValue(std::string_view _sValue) : sValue(_sValue), sStripped(_sValue) {
+	size_t iFirst = sValue.find('\'');
+	size_t iLast = sValue.rfind('\'');
+	if (iFirst < iLast) {
+		sStripped = sValue.substr(iFirst + 1, iLast - iFirst - 1);
+	}
+	// What follows the digits, a quote or the zero byte, ends the number.
+	nNumber = sStripped.empty() ? 0 : strtol(sStripped.data(), nullptr, 10);
+}
+
+bool ComparedValue::equalsKey(const ElementKey& oKey) const {
+	if (oKey.sKey) {
+		return sValue == std::string_view(ZSTR_VAL(oKey.sKey), ZSTR_LEN(oKey.sKey));
+	}
+	zend_ulong nIndex;
+	return isIntegerKey(sValue, nIndex) && nIndex == oKey.nIndex;
+}
+
+bool ComparedValue::equalsValue(const zval* phpVariable) const {
+	switch (Z_TYPE_P(phpVariable)) {
+		case IS_STRING:
+			return sStripped == upToNul({Z_STRVAL_P(phpVariable), Z_STRLEN_P(phpVariable)});
+		case IS_LONG:
+			return Z_LVAL_P(phpVariable) == nNumber;
+		case IS_FALSE:
+		case IS_TRUE:
+			// The value word and not the type tells here.
+			return (Z_LVAL_P(phpVariable) == 0) == (sStripped == "0");
+		default:
+			return false;
+	}
+}
+
+void Template::analyzeOptionalBlock(BlockList& subBlockList, std::string_view sArgument, bool bNegation) {
+	size_t iBlank = sArgument.find(' ');
+	std::string_view sArgument1 = sArgument.substr(0, iBlank);
+	std::string_view sArgument2 = iBlank == std::string_view::npos ? "" : sArgument.substr(iBlank + 1);
+
+	const zval* phpVariable = nullptr;
+	Reference oReference = analyzeVariable(sArgument1, phpVariable);
+	Arena::Mark oMark = call.oArena.mark();
+	ComparedValue oValue(call.oArena.copy(sArgument2));
+
+	if (oReference.eType == ASTERISK || oReference.eType == KEY) {
+		storeTextBlock(subBlockList);
+		auto* oBlock = call.oArena.make<OptionalBlock>(resolveNamespace(oReference), oValue, bNegation);
+		subBlockList.append(oBlock);
+		_analyzeTemplate(oBlock->listSubBlocks, Block::OPTIONAL_CLOSE);
+		return;
+	}
+
+	// Decided here and now. (Null, no such value, counts as a condition that does not hold.)
+	bool bVisible = checkIfOptionalIsVisible(phpVariable, oValue) != bNegation;
+	call.oArena.rewind(oMark);
+	if (bVisible) {
+		_analyzeTemplate(subBlockList, Block::OPTIONAL_CLOSE);
+	} else {
+		analyzeHiddenBody(Block::OPTIONAL_CLOSE);
+	}
+}
+
+bool Template::checkIfOptionalIsVisible(const zval* phpVariable, const ComparedValue& oValue) const {
+	if (!phpVariable) {
+		return false;
+	}
+	if (!oValue.empty()) {
+		return oValue.equalsValue(phpVariable);
+	}
+	if (Z_TYPE_P(phpVariable) == IS_ARRAY) {
+		if (const zval* phpVisible = zend_hash_str_find(Z_ARRVAL_P(phpVariable), ZEND_STRL("visible"))) {
+			phpVariable = phpVisible;
+		}
+	}
+	bool bTrue = zend_is_true(const_cast<zval*>(phpVariable));
+	throwIfExceptionIsPending();
+	return bTrue;
+}
+
+void Template::_getResultOptional(const OptionalBlock& oBlock, TextBuffer& sOutput) {
+	const DynamicReference& oReference = oBlock.oReference;
+	if (!oReference.oDynamicBlock) {
+		return;
+	}
+	bool bVisible = oReference.bKey ? oBlock.oValue.equalsKey(oReference.oDynamicBlock->phpKey)
+									: checkIfOptionalIsVisible(findDynamicValue(oReference), oBlock.oValue);
+	if (bVisible != (oBlock.getType() == Block::NOPTIONAL)) {
+		_getResult(oBlock.listSubBlocks, sOutput);
+	}
+}
+
+// --- Dynamic --------------------------------------------------------------------------------------------------------
+
+void Template::analyzeDynamicBlock(BlockList& subBlockList, std::string_view sArgument, bool bReverse) {
+	Block::BLOCK_TYPE eClosingTag = bReverse ? Block::RDYNAMIC_CLOSE : Block::DYNAMIC_CLOSE;
+	std::string_view sDynamicName;
+	size_t iPos = sArgument.find(',');
+	if (iPos != std::string_view::npos) {
+		sDynamicName = sArgument.substr(0, iPos);
+		sArgument.remove_prefix(iPos + 1);
+	}
+	// The innermost block of that name is this template's own if any is: those of the includers lie further out.
+	const DynamicBlock* oNamesake = call.oNames.find(sDynamicName);
+	if (oNamesake && oNamesake->oTemplate == this) {
+		fail({"Dynamic block bad parameter '", sArgument, "': namespace is used already"});
+	}
+	DynamicBlock* oBlock = makeDynamicBlock(sArgument, bReverse);
+	if (!oBlock) {
+		analyzeHiddenBody(eClosingTag);
+		return;
+	}
+	storeTextBlock(subBlockList);
+	subBlockList.append(oBlock);
+
+	zend_string* sName = sDynamicName.empty() ? nullptr : call.oArena.makeKey(sDynamicName);
+	const DynamicBlock* oOuter = call.oInnermost;
+	oBlock->oTemplate = this;
+	call.oInnermost = oBlock;
+	if (sName) {
+		call.oNames.open(sName, oBlock);
+	}
+	_analyzeTemplate(oBlock->listSubBlocks, eClosingTag);
+	if (sName) {
+		call.oNames.close(sName, oBlock);
+	}
+	call.oInnermost = oOuter;
+}
+
+/// Makes the block of a dynamic tag; null when it is known to have no data.
+DynamicBlock* Template::makeDynamicBlock(std::string_view sArgument, bool bReverse) {
+	const zval* phpVariable = nullptr;
+	Reference oReference = analyzeVariable(sArgument, phpVariable);
+	switch (oReference.eType) {
+		case ASTERISK:
+			return call.oArena.make<DynamicBlock>(resolveNamespace(oReference), bReverse);
+		case KEY:
+			fail({"Dynamic block bad parameter '", sArgument, "': [*] is forbidden"});
+		case IMMEDIATE: {
+			if (Z_TYPE_P(phpVariable) == IS_ARRAY) {
+				if (const zval* phpNumVariable = zend_hash_str_find(Z_ARRVAL_P(phpVariable), ZEND_STRL("num"))) {
+					phpVariable = phpNumVariable;
+				}
+			}
+			ZVAL_DEREF(phpVariable);
+			if (Z_TYPE_P(phpVariable) == IS_ARRAY) {
+				return call.oArena.make<DynamicBlock>(phpVariable, bReverse);
+			}
+			break;
+		}
+		case NONE:
+			break;
+	}
+	if (sArgument.empty()) {
+		fail({"Dynamic block bad parameter '", sArgument, "': no parameter found"});
+	}
+	return nullptr;
+}
+
+/// Finds the data of a block in the element of an enclosing block; null when there is none to walk.
+const zval* Template::findDynamicData(const DynamicBlock& oBlock) const {
+	const zval* phpVariable = findDynamicValue(oBlock.oReference);
+	if (!phpVariable || Z_TYPE_P(phpVariable) != IS_ARRAY) {
+		return nullptr;
+	}
+	const zval* phpNumVariable = zend_hash_str_find(Z_ARRVAL_P(phpVariable), ZEND_STRL("num"));
+	return phpNumVariable ? phpNumVariable : phpVariable;
+}
+
+void Template::_getResultDynamic(DynamicBlock& oBlock, TextBuffer& sOutput) {
+	const zval* phpData = oBlock.phpVariable ? oBlock.phpVariable : findDynamicData(oBlock);
+	HashTable* oTable = phpData ? call.beginLoop(oBlock, phpData) : nullptr;
+	if (!oTable) {
+		return;
+	}
+	bool bReverse = oBlock.getType() == Block::RDYNAMIC;
+	for (uint32_t nStep = 0; nStep < oTable->nNumUsed; ++nStep) {
+		uint32_t nSlot = bReverse ? oTable->nNumUsed - 1 - nStep : nStep;
+		const zval* phpSlot;
+		if (HT_IS_PACKED(oTable)) {
+			phpSlot = oTable->arPacked + nSlot;
+			oBlock.phpKey = {nullptr, nSlot};
+		} else {
+			const Bucket& oBucket = oTable->arData[nSlot];
+			phpSlot = &oBucket.val;
+			oBlock.phpKey = {oBucket.key, oBucket.h};
+		}
+		oBlock.phpValue = PHPInterface::slotValue(phpSlot);
+		if (oBlock.phpValue) {
+			_getResult(oBlock.listSubBlocks, sOutput);
+		}
+	}
+	call.endLoop();
+	throwIfExceptionIsPending();
+}

@@ -1,0 +1,243 @@
+#include "template.h"
+
+#include "error.h"
+
+#include <algorithm>
+#include <cctype>
+
+namespace {
+
+struct TOKEN {
+	std::string_view name;
+	Block::BLOCK_TYPE type;
+};
+
+// None is a prefix of another, so at most one of them matches.
+constexpr TOKEN KEYWORDS[] = {
+	{"include", Block::INCLUDE},
+	{"optional", Block::_OPTIONAL},
+	{"!optional", Block::NOPTIONAL},
+	{"/optional", Block::OPTIONAL_CLOSE},
+	{"dynamic", Block::DYNAMIC},
+	{"rdynamic", Block::RDYNAMIC},
+	{"/dynamic", Block::DYNAMIC_CLOSE},
+	{"/rdynamic", Block::RDYNAMIC_CLOSE},
+	{"addslashes", Block::ADDSLASHES},
+	{"htmlentities", Block::HTMLENTITIES},
+	{"htmlspecialchars", Block::HTMLSPECIALCHARS},
+	{"rawurlencode", Block::RAWURLENCODE},
+};
+
+bool isSpace(char ch) {
+	return isspace(static_cast<signed char>(ch)) != 0;
+}
+
+} // namespace
+
+Template::~Template() {
+	input.close();
+	if (char* pBuffer = input.fileBuffer()) {
+		call.giveFileBuffer(pBuffer);
+	}
+}
+
+bool Template::open(bool string_mode) {
+	if (string_mode) {
+		input.openText(sFileName);
+		return true;
+	}
+	return input.openFile(sFileName.data(), call.takeFileBuffer());
+}
+
+void Template::analyzeTemplate() {
+	_analyzeTemplate(listBlocks, Block::UNKNOWN);
+}
+
+void Template::_analyzeTemplate(BlockList& subBlockList, Block::BLOCK_TYPE eClosingTag) {
+	checkLimits();
+	while (input.good()) {
+		if (input.fillBufferTillMark(call.sTexts, '{') && analyzeTag(subBlockList, eClosingTag)) {
+			storeTextBlock(subBlockList);
+			return;
+		}
+	}
+	storeTextBlock(subBlockList);
+	if (eClosingTag != Block::UNKNOWN) {
+		fail({"Missing closing tag"});
+	}
+}
+
+/// Reads and analyses one tag. Returns true when it is the closing tag `eClosingTag`.
+bool Template::analyzeTag(BlockList& subBlockList, Block::BLOCK_TYPE eClosingTag) {
+	std::string_view sArgument;
+	Block::BLOCK_TYPE eType = matchInput(input.readTag(call.sTag), sArgument);
+	switch (eType) {
+		case Block::VARIABLE:
+			analyzeVariableBlock(subBlockList, sArgument);
+			break;
+		case Block::ADDSLASHES:
+		case Block::HTMLENTITIES:
+		case Block::HTMLSPECIALCHARS:
+		case Block::RAWURLENCODE:
+			analyzeEscapingBlock(subBlockList, sArgument, eType);
+			break;
+		case Block::INCLUDE:
+			analyzeIncludeBlock(subBlockList, sArgument);
+			break;
+		case Block::_OPTIONAL:
+		case Block::NOPTIONAL:
+			analyzeOptionalBlock(subBlockList, sArgument, eType == Block::NOPTIONAL);
+			break;
+		case Block::DYNAMIC:
+		case Block::RDYNAMIC:
+			analyzeDynamicBlock(subBlockList, sArgument, eType == Block::RDYNAMIC);
+			break;
+		case Block::OPTIONAL_CLOSE:
+			if (eClosingTag != eType) {
+				fail({"Unexpected closing optional tag"});
+			}
+			return true;
+		case Block::DYNAMIC_CLOSE:
+			if (eClosingTag != eType) {
+				fail({"Unexpected closing dynamic tag"});
+			}
+			return true;
+		case Block::RDYNAMIC_CLOSE:
+			if (eClosingTag != eType) {
+				fail({"Unexpected closing rdynamic tag"});
+			}
+			return true;
+		case Block::UNKNOWN:
+		case Block::TEXT:
+			break;
+	}
+	return false;
+}
+
+/// Tells the kind of a tag. `sArgument` receives its argument, a part of `sBuffer`.
+Block::BLOCK_TYPE Template::matchInput(std::string_view sBuffer, std::string_view& sArgument) {
+	for (const TOKEN& oToken : KEYWORDS) {
+		if (sBuffer.starts_with(oToken.name)) {
+			sArgument = trim(sBuffer.substr(oToken.name.size()));
+			return oToken.type;
+		}
+	}
+	sArgument = trim(sBuffer);
+	return Block::VARIABLE;
+}
+
+std::string_view Template::trim(std::string_view sSource) {
+	size_t iBegin = 0;
+	size_t iEnd = sSource.size();
+	while (iBegin < iEnd && isSpace(sSource[iBegin])) {
+		++iBegin;
+	}
+	while (iEnd > iBegin && isSpace(sSource[iEnd - 1])) {
+		--iEnd;
+	}
+	return sSource.substr(iBegin, iEnd - iBegin);
+}
+
+/// Makes the pending text part of the list.
+void Template::storeTextBlock(BlockList& subBlockList) {
+	size_t nStart = call.nPendingText;
+	size_t nLength = call.sTexts.size() - nStart;
+	if (nLength == 0) {
+		return;
+	}
+	call.nPendingText += nLength;
+	Block* oLast = subBlockList.last();
+	if (oLast && oLast->getType() == Block::TEXT) {
+		auto* oText = static_cast<TextBlock*>(oLast);
+		if (oText->nStart + oText->nLength == nStart) {
+			oText->nLength += nLength;
+			return;
+		}
+	}
+	subBlockList.append(call.oArena.make<TextBlock>(nStart, nLength));
+}
+
+/// Analyses a body that is never rendered: its errors count, but nothing of it stays.
+void Template::analyzeHiddenBody(Block::BLOCK_TYPE eClosingTag) {
+	size_t nText = call.sTexts.size();
+	size_t nPendingText = call.nPendingText;
+	Arena::Mark oMark = call.oArena.mark();
+	BlockList listHidden;
+	_analyzeTemplate(listHidden, eClosingTag);
+	call.oArena.rewind(oMark);
+	call.sTexts.truncate(nText);
+	call.nPendingText = nPendingText;
+}
+
+zend_string* Template::getResult() {
+	Block* oFirst = listBlocks.first();
+	if (!oFirst || (oFirst == listBlocks.last() && oFirst->getType() == Block::TEXT)) {
+		// Nothing was left for rendering: the text that analysis gathered is the result.
+		return call.sTexts.take();
+	}
+	_getResult(listBlocks, call.sOutput);
+	return call.sOutput.take();
+}
+
+void Template::_getResult(const BlockList& subBlockList, TextBuffer& sOutput) {
+	checkLimits();
+	for (Block* oBlock = subBlockList.first(); oBlock; oBlock = oBlock->oNext) {
+		switch (oBlock->getType()) {
+			case Block::TEXT: {
+				const auto& oText = static_cast<const TextBlock&>(*oBlock);
+				sOutput.append(call.sTexts.data() + oText.nStart, oText.nLength);
+				break;
+			}
+			case Block::VARIABLE:
+				_getResultVariable(static_cast<const MultiVariableBlock&>(*oBlock), sOutput);
+				break;
+			case Block::ADDSLASHES:
+			case Block::HTMLENTITIES:
+			case Block::HTMLSPECIALCHARS:
+			case Block::RAWURLENCODE:
+				_getResultEscaped(static_cast<const VariableBlock&>(*oBlock), sOutput);
+				break;
+			case Block::_OPTIONAL:
+			case Block::NOPTIONAL:
+				_getResultOptional(static_cast<const OptionalBlock&>(*oBlock), sOutput);
+				break;
+			case Block::DYNAMIC:
+			case Block::RDYNAMIC:
+				_getResultDynamic(static_cast<DynamicBlock&>(*oBlock), sOutput);
+				break;
+			case Block::UNKNOWN:
+			case Block::INCLUDE:
+			case Block::OPTIONAL_CLOSE:
+			case Block::DYNAMIC_CLOSE:
+			case Block::RDYNAMIC_CLOSE:
+				break;
+		}
+	}
+}
+
+void Template::fail(std::initializer_list<std::string_view> listParts) const {
+	size_t nLength = sizeof(" in ") - 1 + sFileName.size();
+	for (std::string_view sPart : listParts) {
+		nLength += sPart.size();
+	}
+	zend_string* sMessage = zend_string_alloc(nLength, false);
+	char* p = ZSTR_VAL(sMessage);
+	for (std::string_view sPart : listParts) {
+		p = std::copy(sPart.begin(), sPart.end(), p);
+	}
+	for (std::string_view sPart : {std::string_view(" in "), sFileName}) {
+		p = std::copy(sPart.begin(), sPart.end(), p);
+	}
+	*p = '\0';
+	throw TemplateError(sMessage);
+}
+
+void Template::checkLimits() {
+	if (UNEXPECTED(call.oStack.exhausted())) {
+		fail({"Blocks nested too deeply"});
+	}
+	if (UNEXPECTED(zend_atomic_bool_load_ex(&EG(timed_out)))) {
+		// Reports max_execution_time now; PHP itself would only do so after the call, or kill the process before.
+		zend_timeout();
+	}
+}

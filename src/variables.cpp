@@ -1,0 +1,296 @@
+#include "template.h"
+
+#include "error.h"
+#include "escape.h"
+#include "value_text.h"
+
+#include <cctype>
+
+// Variable references, variable tags and escaping tags: their analysis and their output.
+
+namespace {
+
+bool isSpace(char ch) {
+	return isspace(static_cast<signed char>(ch)) != 0;
+}
+
+/// Takes the first reference off a list of references; empty when there is none left.
+std::string_view takeReference(std::string_view& sReferences) {
+	size_t iBegin = 0;
+	while (iBegin < sReferences.size() && isSpace(sReferences[iBegin])) {
+		++iBegin;
+	}
+	size_t iEnd = iBegin;
+	while (iEnd < sReferences.size() && !isSpace(sReferences[iEnd])) {
+		++iEnd;
+	}
+	std::string_view sReference = sReferences.substr(iBegin, iEnd - iBegin);
+	sReferences.remove_prefix(iEnd);
+	return sReference;
+}
+
+void appendKey(TextBuffer& sOutput, const ElementKey& oKey) {
+	if (oKey.sKey) {
+		sOutput.append(ZSTR_VAL(oKey.sKey), strlen(ZSTR_VAL(oKey.sKey)));
+	} else {
+		appendInteger(sOutput, static_cast<zend_long>(oKey.nIndex));
+	}
+}
+
+void echoTag(TextBuffer& sOutput, std::string_view sArgument) {
+	sOutput.append('{');
+	sOutput.append(sArgument);
+	sOutput.append('}');
+}
+
+} // namespace
+
+// --- References -----------------------------------------------------------------------------------------------------
+
+void Template::failReference(ReferenceError eError, std::string_view sArgument) const {
+	switch (eError) {
+		case ReferenceError::TOO_MANY_COLONS:
+			fail({"Bad formated parameter'", sArgument, "': too many :"});
+		case ReferenceError::KEY_NOT_LAST:
+			fail({"Bad formated parameter: [*] must be last"});
+		case ReferenceError::TOO_MANY_STARS:
+			fail({"Bad formated parameter'", sArgument, "': too many *"});
+		case ReferenceError::TOO_MANY_STARS_LEFTMOST:
+			fail({"Bad formated parameter: too many *"});
+		case ReferenceError::TOO_MANY_NAMESPACES:
+			fail({"Bad formated parameter'", sArgument, "': too many namespaces"});
+		case ReferenceError::TOO_MANY_NAMESPACES_LEFTMOST:
+		case ReferenceError::NO_ERROR:
+			break;
+	}
+	fail({"Bad formated parameter: too many namespaces"});
+}
+
+Reference Template::parseArgument(std::string_view sArgument) {
+	Reference oReference;
+	ReferenceError eError = parseReference(sArgument, call.oArena, oReference);
+	if (eError != ReferenceError::NO_ERROR) {
+		failReference(eError, sArgument);
+	}
+	return oReference;
+}
+
+/// Parses a reference. One that depends on no dynamic block is looked up at once: its type is then IMMEDIATE, with the
+/// value in `phpVariable`, or NONE, and its indexes are gone.
+Reference Template::analyzeVariable(std::string_view sArgument, const zval*& phpVariable) {
+	Arena::Mark oMark = call.oArena.mark();
+	Reference oReference = parseArgument(sArgument);
+	if (oReference.eType == IMMEDIATE) {
+		if (const zval* phpFound = findVariable(oReference.listIndexes.first(), nullptr)) {
+			phpVariable = phpFound;
+		} else {
+			oReference.eType = NONE;
+		}
+		oReference.listIndexes = {};
+		call.oArena.rewind(oMark);
+	}
+	return oReference;
+}
+
+/// Walks a path from `phpVarRoot`, or from the user data when it is null. Returns null when there is no such value.
+const zval* Template::findVariable(const Index* oIndex, const zval* phpVarRoot) const {
+	if (!oIndex) {
+		return phpVarRoot;
+	}
+	for (;;) {
+		const zval* phpFound = oIndex->sKey ? call.php.hashFind(oIndex->sKey, phpVarRoot)
+											: PHPInterface::hashIndexFind(oIndex->nIndex, phpVarRoot);
+		oIndex = oIndex->oNext;
+		if (!oIndex || !phpFound) {
+			return phpFound;
+		}
+		if (Z_TYPE_P(phpFound) != IS_ARRAY) {
+			return nullptr;
+		}
+		phpVarRoot = phpFound;
+	}
+}
+
+/// Finds the dynamic block that a star or key reference means: the outermost of its namespace, or the innermost of all.
+DynamicReference Template::resolveNamespace(const Reference& oReference) const {
+	const DynamicBlock* oBlock = call.oInnermost;
+	if (!oReference.sNamespace.empty()) {
+		const DynamicBlock* oNamesake = call.oNames.find(oReference.sNamespace);
+		oBlock = oNamesake ? oNamesake->oOutermostNamesake : nullptr;
+	}
+	return {oBlock, oReference.listIndexes.first(), oReference.eType == KEY};
+}
+
+// --- Analysis of tags -----------------------------------------------------------------------------------------------
+
+/// Splits the argument of a variable tag into its references and its fallback text.
+void Template::splitVariableTag(std::string_view sArgument, VariableTag& oTag) const {
+	bool bString = false;
+	for (size_t iPos = 0; iPos < sArgument.size(); ++iPos) {
+		char ch = sArgument[iPos];
+		if (isSpace(ch)) {
+			bString = false;
+		} else if (ch != '\'') {
+			bString = true;
+		} else if (bString) {
+			fail({"Variable block bad parameter '", sArgument, "': ' is forbidden in variable"});
+		} else {
+			size_t iLast = sArgument.size() - 1;
+			if (iPos == iLast || sArgument[iLast] != '\'') {
+				fail({"Variable block bad parameter '", sArgument, "': could not find second ' as the last character"});
+			}
+			oTag.bText = true;
+			oTag.sText = sArgument.substr(iPos + 1, iLast - iPos - 1);
+			oTag.sReferences = sArgument.substr(0, iPos);
+			return;
+		}
+	}
+	oTag.sReferences = sArgument;
+}
+
+void Template::analyzeVariableBlock(BlockList& subBlockList, std::string_view sArgument) {
+	VariableTag oTag;
+	splitVariableTag(sArgument, oTag);
+	std::string_view sRest = oTag.sReferences;
+	for (std::string_view sReference = takeReference(sRest); !sReference.empty(); sReference = takeReference(sRest)) {
+		const zval* phpVariable = nullptr;
+		Reference oReference = analyzeVariable(sReference, phpVariable);
+		if (oReference.eType == IMMEDIATE) {
+			appendValue(call.sTexts, phpVariable);
+			return;
+		}
+		if (oReference.eType == NONE) {
+			continue;
+		}
+		// What came before finds nothing at render time either: the path to a value can't change during a call.
+		storeTextBlock(subBlockList);
+		MyList<Alternative> listVariables;
+		auto* oFirst = call.oArena.make<Alternative>();
+		oFirst->eKind = Alternative::DYNAMIC_VALUE;
+		oFirst->oReference = resolveNamespace(oReference);
+		listVariables.append(oFirst);
+		bool bMayFail = true;
+		while (bMayFail && !(sReference = takeReference(sRest)).empty()) {
+			if (Alternative* oNext = keepAlternative(sReference)) {
+				listVariables.append(oNext);
+				bMayFail = oNext->eKind == Alternative::DYNAMIC_VALUE;
+			}
+		}
+		std::string_view sVariables = call.oArena.copy(sArgument);
+		subBlockList.append(oTag.bText ? call.oArena.make<MultiVariableBlock>(
+											 listVariables, call.oArena.copy(oTag.sText), sVariables)
+									   : call.oArena.make<MultiVariableBlock>(listVariables, sVariables));
+		return;
+	}
+	if (oTag.bText) {
+		call.sTexts.append(oTag.sText);
+	} else {
+		echoTag(call.sTexts, sArgument);
+	}
+}
+
+/// Makes what a later alternative is at render time; null when it will find nothing.
+Alternative* Template::keepAlternative(std::string_view sReference) {
+	auto* oAlternative = call.oArena.make<Alternative>();
+	Reference oReference;
+	oAlternative->eError = parseReference(sReference, call.oArena, oReference);
+	if (oAlternative->eError != ReferenceError::NO_ERROR) {
+		oAlternative->eKind = Alternative::MALFORMED;
+		oAlternative->sReference = call.oArena.copy(sReference);
+	} else if (oReference.eType == IMMEDIATE) {
+		oAlternative->eKind = Alternative::FOUND;
+		oAlternative->phpVariable = findVariable(oReference.listIndexes.first(), nullptr);
+		return oAlternative->phpVariable ? oAlternative : nullptr;
+	} else {
+		oAlternative->eKind = Alternative::DYNAMIC_VALUE;
+		oAlternative->oReference = resolveNamespace(oReference);
+	}
+	return oAlternative;
+}
+
+void Template::analyzeEscapingBlock(BlockList& subBlockList, std::string_view sArgument, Block::BLOCK_TYPE eType) {
+	const zval* phpVariable = nullptr;
+	Reference oReference = analyzeVariable(sArgument, phpVariable);
+	if (oReference.eType == ASTERISK || oReference.eType == KEY) {
+		storeTextBlock(subBlockList);
+		subBlockList.append(call.oArena.make<VariableBlock>(eType, resolveNamespace(oReference)));
+	} else if (oReference.eType == IMMEDIATE && Z_TYPE_P(phpVariable) == IS_STRING) {
+		std::string_view sText{Z_STRVAL_P(phpVariable), Z_STRLEN_P(phpVariable)};
+		appendEscaped(call.sTexts, eType, sText, EscapeTime::ANALYSIS);
+	}
+}
+
+// --- Rendering ------------------------------------------------------------------------------------------------------
+
+/// Finds a value in the element that a dynamic block is rendering; null when there is none.
+const zval* Template::findDynamicValue(const DynamicReference& oReference) const {
+	return oReference.oDynamicBlock ? findVariable(oReference.listIndexes, oReference.oDynamicBlock->phpValue) : nullptr;
+}
+
+void Template::_getResultVariable(const MultiVariableBlock& oBlock, TextBuffer& sOutput) {
+	for (const Alternative* oTried = oBlock.listVariables.first(); oTried; oTried = oTried->oNext) {
+		const DynamicReference& oReference = oTried->oReference;
+		const zval* phpVariable = oTried->phpVariable;
+		if (oTried->eKind == Alternative::MALFORMED) {
+			failReference(oTried->eError, oTried->sReference);
+		}
+		if (oTried->eKind == Alternative::DYNAMIC_VALUE) {
+			if (oReference.bKey && oReference.oDynamicBlock) {
+				appendKey(sOutput, oReference.oDynamicBlock->phpKey);
+				return;
+			}
+			phpVariable = findDynamicValue(oReference);
+		}
+		if (phpVariable) {
+			appendValue(sOutput, phpVariable);
+			return;
+		}
+	}
+	if (oBlock.bText) {
+		sOutput.append(oBlock.sText);
+	} else {
+		echoTag(sOutput, oBlock.sVariables);
+	}
+}
+
+void Template::_getResultEscaped(const VariableBlock& oBlock, TextBuffer& sOutput) {
+	const DynamicReference& oReference = oBlock.oReference;
+	if (oReference.bKey) {
+		if (oReference.oDynamicBlock) {
+			const ElementKey& oKey = oReference.oDynamicBlock->phpKey;
+			if (oKey.sKey) {
+				appendEscaped(sOutput, oBlock.getType(), {ZSTR_VAL(oKey.sKey), ZSTR_LEN(oKey.sKey)},
+							  EscapeTime::RENDER);
+			} else {
+				appendKey(sOutput, oKey);
+			}
+		}
+		return;
+	}
+	const zval* phpVariable = findDynamicValue(oReference);
+	if (!phpVariable) {
+		return;
+	}
+	switch (Z_TYPE_P(phpVariable)) {
+		case IS_STRING:
+			appendEscaped(sOutput, oBlock.getType(), {Z_STRVAL_P(phpVariable), Z_STRLEN_P(phpVariable)},
+						  EscapeTime::RENDER);
+			return;
+		case IS_NULL:
+		case IS_FALSE:
+		case IS_TRUE:
+		case IS_LONG:
+			// No escaping changes a digit or a minus sign.
+			appendValue(sOutput, phpVariable);
+			return;
+		default:
+			break;
+	}
+	{
+		ValueText oText(phpVariable);
+		if (!EG(exception)) {
+			appendEscaped(sOutput, oBlock.getType(), oText.view(), EscapeTime::RENDER);
+		}
+	}
+	throwIfExceptionIsPending();
+}
