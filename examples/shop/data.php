@@ -67,7 +67,7 @@ return [
         'last' => count($products),
         'total' => $category['listed'],
     ],
-    'featured' => $rows('SELECT shape, shade, body FROM product WHERE badge IS NOT NULL ORDER BY rating DESC LIMIT 3'),
+    'featured' => $rows('SELECT shape, shade, body, max(rating) AS best FROM product GROUP BY shape ORDER BY best DESC LIMIT 3'),
     'pages' => array_fill_keys(range(1, intdiv($category['listed'] + 23, 24)), '/c/20'),
     'viewed' => $rows('SELECT p.* FROM viewed v JOIN product p ON p.id = v.product ORDER BY v.position'),
     'newsletter' => ['visible' => true, 'title' => 'A letter by lamplight', 'frequency' => 'once a month'],

@@ -17,7 +17,7 @@
 <h1>{htmlspecialchars category::name}</h1>
 <p>{category::intro shop::tagline}</p>
 </div>
-<div class="trio" aria-hidden="true">{dynamic featured}<svg viewBox="0 0 160 160" style="--a:{*::shade};--b:{*::body}"><use href="#{*::shape}"/></svg>{/dynamic}</div>
+<div class="trio" aria-hidden="true">{dynamic featured}<svg style="--a:{*::shade};--b:{*::body}"><use href="#{*::shape}"/></svg>{/dynamic}</div>
 </section>
 <input type="checkbox" id="filters" hidden>
 <div class="bar">
@@ -31,8 +31,7 @@
 {include facets.tpl}
 <div>
 <ul class="grid">
-{dynamic product,products}{include product.tpl}
-{optional product::[*] 7}{include shop::promo}
+{dynamic product,products}{include product.tpl}{optional product::[*] 7}{include shop::promo}
 {/optional}{/dynamic}</ul>
 {include pages.tpl}
 </div>
@@ -40,7 +39,7 @@
 {optional viewed}<section class="seen">
 <h2>You looked at</h2>
 <ul>
-{rdynamic seen,viewed}<li><a href="/p/{rawurlencode seen::*::name}" style="--t:{seen::*::tint '#eee8dc'};--a:{seen::*::shade};--b:{seen::*::body}"><svg viewBox="0 0 160 160" aria-hidden="true"><use href="#{seen::*::shape}"/></svg>{htmlspecialchars seen::*::name}</a></li>
+{rdynamic seen,viewed}<li><a href="/p/{rawurlencode seen::*::name}" style="--t:{seen::*::tint '#eee8dc'};--a:{seen::*::shade};--b:{seen::*::body}"><svg><use href="#{seen::*::shape}"/></svg>{htmlspecialchars seen::*::name}</a></li>
 {/rdynamic}</ul>
 </section>{/optional}
 </main>
