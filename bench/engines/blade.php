@@ -23,7 +23,7 @@ return function (string $pages, string $cache): Closure {
             $file = $cache . '/' . sha1($text) . '.blade.php';
             if (!is_file($file)) {
                 file_put_contents($file, $text);
-                touch($file, 0);
+                touch($file, 1);
             }
             return $views->file($file, $data)->render();
         };

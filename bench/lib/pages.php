@@ -31,8 +31,8 @@ function preparePages(string $to): void
             }
         }
     }
-    // Blade compiles again what is not older than its compiled file.
-    array_map(fn ($file) => touch($file, 0), glob("$to/*/*"));
+    // Blade compiles again what is not older than its compiled file; opcache leaves out what has no time at all.
+    array_map(fn ($file) => touch($file, 1), glob("$to/*/*"));
     foreach (PAGES as $page) {
         file_put_contents("$to/$page/data.ser", serialize(require "$to/$page/data.php"));
         file_put_contents("$to/$page/data.php", '<?php return ' . var_export(require "$to/$page/data.php", true) . ';');

@@ -1,0 +1,71 @@
+<?php
+
+/**
+ * The times of a call relative to plain PHP as an SVG, a group of bars a page. The scale is
+ * logarithmic: a bar to the left of the middle line is faster, one to the right slower.
+ */
+function chart(array $times): string
+{
+    $engines = array_diff(ENGINES, ['php']);
+    $ratios = array_map(fn ($page) => array_map(fn ($time) => $time / $page['php'], $page), $times);
+    $shown = array_merge(...array_map(fn ($page) => array_values(array_intersect_key($page, array_flip($engines))), array_values($ratios)));
+    $low = floor(log(min($shown), 2) - 0.6); // room for the figure at the end of the longest bar
+    $high = ceil(log(max($shown), 2) + 0.6);
+    $x = fn (float $ratio) => round(100 + (log($ratio, 2) - $low) / ($high - $low) * 740, 1);
+    $top = 84;
+    $group = 14 * count($engines) + 18;
+    $bottom = $top + $group * count($ratios);
+
+    $svg = '';
+    for ($power = $low; $power <= $high; $power++) {
+        $at = $x(2 ** $power);
+        $svg .= "<line x1=\"$at\" x2=\"$at\" y1=\"" . ($top - 8) . "\" y2=\"$bottom\" class=\"" . ($power == 0 ? 'one' : 'grid') . "\"/>\n";
+        if ($power != 0) {
+            $label = $power < 0 ? '1/' . 2 ** -$power : 2 ** $power . '×';
+            $svg .= "<text x=\"$at\" y=\"" . ($bottom + 16) . "\" class=\"scale\">$label</text>\n";
+        }
+    }
+    $svg .= '<text x="' . $x(1) . '" y="' . ($bottom + 16) . "\" class=\"scale strong\">plain PHP</text>\n";
+    $y = $top;
+    foreach ($ratios as $page => $ratio) {
+        $svg .= '<text x="88" y="' . ($y + $group / 2 - 4) . "\" class=\"page\">$page</text>\n";
+        foreach (array_values($engines) as $i => $engine) {
+            $from = min($x(1), $x($ratio[$engine]));
+            $width = max(1, abs($x($ratio[$engine]) - $x(1)));
+            $row = $y + 14 * $i;
+            $faster = $ratio[$engine] < 1;
+            $svg .= "<rect x=\"$from\" y=\"$row\" width=\"$width\" height=\"12\" class=\"$engine\"/>\n"
+                . '<text x="' . ($faster ? $from - 5 : $from + $width + 5) . '" y="' . ($row + 10) . '" class="value' . ($faster ? ' left' : '')
+                . ($engine === 'template' ? ' strong' : '') . '">' . figure($ratio[$engine]) . "</text>\n";
+        }
+        // Where plain PHP keeps compiled code, the template is read again: that part is marked.
+        if (isset($ratio['yardstick']) && $x($ratio['yardstick']) > $x(1) + 2) {
+            $at = $x($ratio['yardstick']);
+            $svg .= "<line x1=\"$at\" x2=\"$at\" y1=\"$y\" y2=\"" . ($y + 12) . "\" class=\"reading\"/>\n";
+        }
+        $y += $group;
+    }
+    $legend = '';
+    foreach (array_values($engines) as $i => $engine) {
+        $at = 100 + 96 * $i;
+        $legend .= "<rect x=\"$at\" y=\"42\" width=\"12\" height=\"12\" class=\"$engine\"/><text x=\"" . ($at + 18) . '" y="52">' . TITLES[$engine] . "</text>\n";
+    }
+    $height = $bottom + 30;
+    return <<<SVG
+        <svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 860 $height" width="860" height="$height" role="img" aria-label="Time of a call relative to plain PHP">
+        <style>
+        text { font: 12px system-ui, sans-serif; fill: #24292f } .title { font-size: 15px; font-weight: 600 } .strong { font-weight: 600 }
+        .page { text-anchor: end; font-size: 13px } .scale { text-anchor: middle; fill: #57606a } .scale.strong { fill: #24292f }
+        .value { font-size: 11px } .left { text-anchor: end } .grid { stroke: #d0d7de } .one { stroke: #57606a; stroke-width: 1.5 }
+        .template { fill: #0969da } .twig { fill: #8c959f } .smarty { fill: #afb8c1 } .blade { fill: #d0a35c } .reading { stroke: #cf222e; stroke-width: 2.5 }
+        @media (prefers-color-scheme: dark) {
+        text, .scale.strong { fill: #e6edf3 } .scale { fill: #8b949e } .grid { stroke: #30363d } .one { stroke: #8b949e }
+        .template { fill: #4493f8 } .twig { fill: #7d8590 } .smarty { fill: #4d545c } .blade { fill: #9a7431 } .reading { stroke: #ff7b72 }
+        }
+        </style>
+        <text x="100" y="22" class="title">Time of a call relative to plain PHP: left is faster, right is slower</text>
+        $legend<line x1="488" x2="488" y1="42" y2="54" class="reading"/><text x="496" y="52">opening and reading the template's files, nothing else</text>
+        $svg</svg>
+
+        SVG;
+}

@@ -1,0 +1,116 @@
+<?php
+
+const TITLES = ['template' => 'template', 'php' => 'plain PHP', 'twig' => 'Twig', 'smarty' => 'Smarty', 'blade' => 'Blade', 'yardstick' => 'reading'];
+
+/** A Markdown table that is also readable in a terminal. All columns but the first $texts ones hold figures. */
+function table(array $header, array $rows, int $texts = 1): string
+{
+    $widths = array_map(null, ...array_map(fn ($row) => array_map('mb_strlen', array_values($row)), [$header, ...$rows]));
+    $lines = '';
+    foreach ([$header, null, ...$rows] as $row) {
+        $cells = [];
+        foreach ($widths as $i => $width) {
+            $width = max($width);
+            $text = (string) ($row[$i] ?? '');
+            $gap = str_repeat(' ', $width - mb_strlen($text));
+            $cells[] = $row === null ? str_repeat('-', $width - 1) . ($i < $texts ? '-' : ':') : ($i < $texts ? $text . $gap : $gap . $text);
+        }
+        $lines .= '| ' . implode(' | ', $cells) . " |\n";
+    }
+    return $lines;
+}
+
+/** A number with three significant digits or all digits of its integer part. */
+function figure(float $value): string
+{
+    return number_format($value, $value >= 100 || $value == 0 ? 0 : max(0, 2 - (int) floor(log10($value))));
+}
+
+/** The whole report in Markdown; leaves out what this run did not measure. */
+function report(array $results): string
+{
+    $text = '';
+    if ($rows = targetRows($results)) {
+        $text .= "\n## Targets\n\n" . table(['what', 'against', 'at most', 'measured', ''], $rows, 2);
+    }
+    foreach (['times', 'web', 'memory', 'growth', 'instructions'] as $section) {
+        $text .= isset($results[$section]) ? "\n" . "report_$section"($results) : '';
+    }
+    return ltrim($text);
+}
+
+function report_times(array $results): string
+{
+    $rows = [];
+    foreach ($results['times'] as $page => $times) {
+        $ratio = fn (string $engine) => isset($times[$engine]) ? sprintf('%.3f', $times['template'] / $times[$engine]) : '';
+        $rows[] = [$page, number_format($results['bytes'][$page]),
+            ...array_map(fn ($engine) => isset($times[$engine]) ? figure($times[$engine] / 1000) : '', array_keys(TITLES)), $ratio('php'), $ratio('twig')];
+    }
+    return "## Time of a call\n\nMicroseconds, the median of $results[rounds] samples. \"Reading\": the page's template files opened and read through PHP's "
+        . "stream layer and no more (literal: and scanned for braces). Plain PHP has no string mode: its page is a file.\n\n"
+        . table(['page', 'bytes', ...array_values(TITLES), '/ PHP', '/ Twig'], $rows);
+}
+
+function report_web(array $results): string
+{
+    $row = fn (string $title, array $times) => [$title, ...array_map(
+        fn ($engine) => isset($times[$engine]) ? figure($times[$engine] / 1000) : '', [...ENGINES, 'nothing'])];
+    return "## Whole requests and fresh processes\n\nMicroseconds, medians, for the shop page. \"Nothing\": a script that prints an empty text.\n\n"
+        . table(['', ...array_map(fn ($engine) => TITLES[$engine], ENGINES), 'nothing'], [
+            $row("request to PHP's built-in server, opcache warm", $results['web']),
+            $row('fresh process, no opcache', $results['cold']),
+        ]);
+}
+
+function report_memory(array $results): string
+{
+    $rows = [];
+    foreach ($results['memory'] as $engine => $memory) {
+        $rows[] = [TITLES[$engine], ...array_map(fn ($key) => sprintf('%.1f', $memory[$key] / 1e6), ['bytes', 'php', 'process']),
+            sprintf('%.3f', $memory['peak'] / $memory['bytes'])];
+    }
+    return "## Peak memory\n\nMegabytes, for a table of 200,000 rows: by how much the interpreter's memory and the process grow at the peak.\n\n"
+        . table(['engine', 'result', 'interpreter', 'process', 'the larger / result'], $rows);
+}
+
+function report_growth(array $results): string
+{
+    $rows = [];
+    foreach ($results['growth'] as $series => $times) {
+        $cells = [];
+        foreach ($times as $size => $time) {
+            $cells[] = number_format($size) . ': ' . figure($time);
+        }
+        // The first sizes carry the fixed cost of a call, so the least is taken as what a unit costs.
+        $rise = end($times) / min($times);
+        $rows[] = [$series, implode(', ', $cells), sprintf($rise > 3 ? '%.1f, grows faster than its size' : '%.1f', $rise)];
+    }
+    return "## Growth\n\nNanoseconds per unit at each size, and the last figure relative to the least: about 1 when the cost is linear.\n\n"
+        . table(['what grows', 'size: nanoseconds per unit', 'last / least'], $rows, 2);
+}
+
+function report_instructions(array $results): string
+{
+    $rows = [];
+    $counts = $results['instructions'];
+    foreach ($counts['template'] as $page => $count) {
+        $php = $counts['php'][$page] ?? null;
+        $rows[] = ["page $page", number_format($count), $php ? number_format($php) : '', $php ? sprintf('%.3f', $count / $php) : ''];
+    }
+    foreach ($counts['unit'] as $name => $count) {
+        $rows[] = [$name, figure($count), '', ''];
+    }
+    return "## Instructions\n\nCounted by callgrind, for a call of a page or for one unit.\n\n" . table(['', 'template', 'plain PHP', 'ratio'], $rows);
+}
+
+/** What the figures were taken with. */
+function machine(): string
+{
+    preg_match('/^model name\s*:\s*(.+)$/m', file_get_contents('/proc/cpuinfo'), $processor);
+    $versions = [];
+    foreach (['php-twig' => 'Twig', 'smarty4' => 'Smarty', 'php-illuminate-view' => 'Blade'] as $package => $title) {
+        $versions[] = $title . ' ' . preg_replace('/[+-].*/', '', trim((string) shell_exec("dpkg-query -W -f '\${Version}' $package")));
+    }
+    return trim($processor[1] ?? php_uname('m')) . ', PHP ' . PHP_VERSION . ' with opcache, ' . implode(', ', $versions);
+}
