@@ -3,11 +3,16 @@
 // The benchmark; scripts/bench builds what it needs and calls it.
 const SECTIONS = ['times', 'web', 'memory', 'growth', 'instructions'];
 
+/** Thrown rather than printed at once, so that workers and servers are ended on the way out. */
 function fail(string $message): never
 {
-    fwrite(STDERR, "bench: $message\n");
-    exit(2);
+    throw new RuntimeException($message);
 }
+
+set_exception_handler(function (Throwable $error): void {
+    fwrite(STDERR, 'bench: ' . ($error instanceof RuntimeException ? $error->getMessage() : $error) . "\n");
+    exit(2);
+});
 
 function note(string $message): void
 {
