@@ -10,6 +10,8 @@ die() {
     exit 1
 }
 
+[[ $root != *[[:space:]]* ]] || die "phpize can't build in a folder with white space in its name: $root"
+
 # The command of PHP 8.2 with this name: Debian's, which carries the version, or the plain one.
 php_command() {
     type -P "$1"8.2 || type -P "$1"
@@ -67,7 +69,6 @@ build() {
     local folder=$builds/$variant
     shift
     module=$folder/modules/template.so
-    [[ $root != *[[:space:]]* ]] || die "phpize can't build in a folder with white space in its name: $root"
     mkdir -p "$builds"
     exec {lock}>"$folder.lock"
     flock --nonblock "$lock" || { echo "Waiting for another run ..." && flock "$lock"; }
