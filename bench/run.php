@@ -65,7 +65,7 @@ if (isset($options['baseline'])) {
 }
 
 $quick = isset($options['quick']);
-$results = ['bytes' => checkPages(ENGINES, array_unique([...$options['pages'], 'shop', 'table'])), 'rounds' => $quick ? 5 : 60];
+$results = ['bytes' => checkPages(ENGINES, array_unique([...$options['pages'], 'shop', 'table'])), 'rounds' => $quick ? 6 : 60];
 foreach ($options['only'] as $section) {
     note($section);
     $results[$section] = match ($section) {

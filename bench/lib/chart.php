@@ -41,7 +41,7 @@ function chart(array $times): string
         // Where plain PHP keeps compiled code, the template is read again: that part is marked.
         if (isset($ratio['yardstick']) && $x($ratio['yardstick']) > $x(1) + 2) {
             $at = $x($ratio['yardstick']);
-            $svg .= "<line x1=\"$at\" x2=\"$at\" y1=\"$y\" y2=\"" . ($y + 12) . "\" class=\"reading\"/>\n";
+            $svg .= "<line x1=\"$at\" x2=\"$at\" y1=\"" . ($y - 3) . "\" y2=\"" . ($y + 13) . "\" class=\"reading\"/>\n";
         }
         $y += $group;
     }
@@ -57,13 +57,13 @@ function chart(array $times): string
         text { font: 12px system-ui, sans-serif; fill: #24292f } .title { font-size: 15px; font-weight: 600 } .strong { font-weight: 600 }
         .page { text-anchor: end; font-size: 13px } .scale { text-anchor: middle; fill: #57606a } .scale.strong { fill: #24292f }
         .value { font-size: 11px } .left { text-anchor: end } .grid { stroke: #d0d7de } .one { stroke: #57606a; stroke-width: 1.5 }
-        .template { fill: #0969da } .twig { fill: #8c959f } .smarty { fill: #afb8c1 } .blade { fill: #d0a35c } .reading { stroke: #cf222e; stroke-width: 2.5 }
+        .template { fill: #0969da } .twig { fill: #8c959f } .smarty { fill: #afb8c1 } .blade { fill: #d0a35c } .reading { stroke: #cf222e; stroke-width: 3 }
         @media (prefers-color-scheme: dark) {
         text, .scale.strong { fill: #e6edf3 } .scale { fill: #8b949e } .grid { stroke: #30363d } .one { stroke: #8b949e }
         .template { fill: #4493f8 } .twig { fill: #7d8590 } .smarty { fill: #4d545c } .blade { fill: #9a7431 } .reading { stroke: #ff7b72 }
         }
         </style>
-        <text x="100" y="22" class="title">Time of a call relative to plain PHP: left is faster, right is slower</text>
+        <text x="100" y="22" class="title">Time of a call relative to plain PHP: left is faster, right is slower (logarithmic)</text>
         $legend<line x1="488" x2="488" y1="42" y2="54" class="reading"/><text x="496" y="52">opening and reading the template's files, nothing else</text>
         $svg</svg>
 

@@ -24,28 +24,34 @@ function checkPages(array $engines, array $pages): array
     return $bytes;
 }
 
-/** Median nanoseconds of a call, by page and engine. The engines take turns, so that drift of the machine hits all alike. */
+/**
+ * Median nanoseconds of a call, by page and engine. The engines take turns, so that drift of the
+ * machine hits all alike; three sets of processes, because memory falls differently in each.
+ */
 function measureTimes(array $engines, array $pages, int $rounds): array
 {
-    $workers = [];
-    foreach ($engines as $engine) {
-        $workers[$engine] = new Worker($engine);
-    }
-    $times = [];
-    foreach ($pages as $page) {
-        note("times: $page");
-        $calls = $samples = [];
-        $asked = $page === 'string' ? array_diff_key($workers, ['yardstick' => 0]) : $workers; // no file, nothing to read
-        foreach ($asked as $engine => $worker) {
-            for ($n = 1; ($time = $worker->time($page, $n)) < 2e6; $n = (int) ceil($n * min(8, 2.4e6 / $time)));
-            $calls[$engine] = $n;
-        }
-        for ($round = 0; $round < $rounds; $round++) {
-            foreach ($asked as $engine => $worker) {
-                $samples[$engine][] = $worker->time($page, $calls[$engine]) / $calls[$engine];
+    $samples = [];
+    for ($set = 1; $set <= 3; $set++) {
+        $workers = array_combine($engines, array_map(fn ($engine) => new Worker($engine), $engines));
+        foreach ($pages as $page) {
+            note("times: $page, $set of 3");
+            $asked = $page === 'string' ? array_diff_key($workers, ['yardstick' => 0]) : $workers; // no file, nothing to read
+            $calls = array_map(fn ($worker) => callsPerSample($worker, $page), $asked);
+            for ($round = 0; $round < $rounds / 3; $round++) {
+                foreach ($asked as $engine => $worker) {
+                    $samples[$page][$engine][] = $worker->time($page, $calls[$engine]) / $calls[$engine];
+                }
             }
         }
-        $times[$page] = array_map('median', $samples);
     }
-    return $times;
+    return array_map(fn ($engines) => array_map('median', $engines), $samples);
+}
+
+/** How many calls take two milliseconds or more; warms the engine up on the way. */
+function callsPerSample(Worker $worker, string $page): int
+{
+    for ($calls = 1; ($time = $worker->time($page, $calls)) < 2e6;) {
+        $calls = (int) ceil($calls * min(8, 2.4e6 / $time));
+    }
+    return $calls;
 }
