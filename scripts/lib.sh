@@ -65,7 +65,7 @@ need_tools() {
 # and sets `module` to its path. The variables go to configure (CXXFLAGS, LDFLAGS).
 # Nobody else builds or tests this variant until the calling script ends.
 build() {
-    local variant=$1 stamp
+    local variant=$1 stamp sources
     local folder=$builds/$variant
     shift
     module=$folder/modules/template.so
@@ -73,13 +73,14 @@ build() {
     exec {lock}>"$folder.lock"
     flock --nonblock "$lock" || { echo "Waiting for another run ..." && flock "$lock"; }
 
-    stamp=$(cd "$root" && { "$php" -n -v && echo "$@" && find config.m4 src -type f -exec sha256sum {} + | sort; } | sha256sum)
+    mapfile -t sources < <(cd "$root" && find config.m4 src -name '*.m4' -o -name '*.cpp' -o -name '*.h' | sort)
+    stamp=$({ "$php" -n -v && echo "$@" && cd "$root" && sha256sum "${sources[@]}"; } | sha256sum)
     [[ ! -e $module || $(cat "$folder/stamp" 2>/dev/null) != "$stamp" ]] || return 0
 
     echo "Building ..."
     rm -rf "$folder"
     mkdir "$folder"
-    cp -R "$root/config.m4" "$root/src" "$folder"
+    (cd "$root" && cp --parents -t "$folder" "${sources[@]}")
     (cd "$folder" && "$phpize" && ./configure --enable-template --with-php-config="$php_config" "$@" && make -j"$(nproc)") \
         >"$folder.log" 2>&1 || { tail -n 20 "$folder.log" >&2 && die "the build failed; all of it is in $folder.log"; }
     echo "$stamp" >"$folder/stamp"
