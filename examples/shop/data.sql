@@ -23,19 +23,20 @@ CREATE TABLE category (
     parent_id INTEGER REFERENCES category,
     name      TEXT NOT NULL,
     listed    INTEGER NOT NULL DEFAULT 0,
+    tint      TEXT,
     intro     TEXT
 );
 INSERT INTO category VALUES
-    (1,  NULL, 'Home',              0, NULL),
-    (2,  1,    'Lighting',        118, NULL),
-    (3,  1,    'Furniture',        84, NULL),
-    (4,  1,    'Textiles',         61, NULL),
-    (5,  1,    'Kitchen & Table',  97, NULL),
-    (6,  1,    'Journal',           0, NULL),
+    (1,  NULL, 'Home',              0, NULL, NULL),
+    (2,  1,    'Lighting',        118, NULL, NULL),
+    (3,  1,    'Furniture',        84, NULL, NULL),
+    (4,  1,    'Textiles',         61, NULL, NULL),
+    (5,  1,    'Kitchen & Table',  97, NULL, NULL),
+    (6,  1,    'Journal',           0, NULL, NULL),
     (20, 2,    'Lamps for evenings', 62,
      'Lamps for the hours when the ceiling light is <em>too much</em>: warm bulbs, honest materials, switches that are nice to touch.'),
-    (21, 2,    'Pendants',         38, NULL),
-    (22, 2,    'Bulbs & Parts',    18, NULL);
+    (21, 2,    'Pendants',         38, NULL, NULL),
+    (22, 2,    'Bulbs & Parts',    18, NULL, NULL);
 
 CREATE TABLE shape (
     key  TEXT,
@@ -103,7 +104,7 @@ INSERT INTO product VALUES
     (101, 'Söder Dome',              NULL,                'dome',     '#c9622f', '#4a3a30', '#f6e5d8', 'pendant', 'clay',  'metal',   12900, 16900, 14, NULL,         4.7, 132),
     (102, 'Morel',                   'Studio Öhm',        'mushroom', '#e9d9bd', '#b98b57', '#efe6d6', 'table',   'sand',  'ceramic',  8900, NULL,  22, 'bestseller', 4.9, 418),
     (103, 'Fisherman''s Lantern',    NULL,                'lantern',  '#2f4a52', '#e39a3b', '#dce6e6', 'table',   'sea',   'metal',    6450, NULL,   8, NULL,         4.4,  57),
-    (104, 'Long Reach',              NULL,                'arc',      '#3b3a38', '#8a6a45', '#ece6dd', 'floor',   'soot',  'metal',   21900, NULL,   5, 'new',        4.0,   3),
+    (104, 'Long Reach',              NULL,                'arc',      '#3b3a38', '#8a6a45', NULL     , 'floor',   'soot',  'metal',   21900, NULL,   5, 'new',        4.0,   3),
     (105, '"Little Moon" Globe',     'Glass & Sons',      'globe',    '#f6edd9', '#7d6a55', '#e4e0ea', 'pendant', 'sand',  'glass',   14900, NULL,  17, 'bestseller', 4.8, 265),
     (106, 'Clerk',                   NULL,                'desk',     '#55705a', '#5b4c3d', '#e2eae0', 'desk',    'moss',  'metal',    7900,  9900, 31, NULL,         4.6,  98),
     (107, 'Pleat',                   'Fold & Crease',     'cone',     '#efc98b', '#8c5a3c', '#f7ecd9', 'table',   'sand',  'paper',    5900, NULL,   1, NULL,         4.3,  41),
@@ -113,7 +114,7 @@ INSERT INTO product VALUES
     (111, 'Reading Hour',            NULL,                'desk',     '#c98a2b', '#3c3833', '#f5ead2', 'desk',    'amber', 'metal',    8400, NULL,  12, 'new',        NULL,  0),
     (112, 'Tall Tale',               'Studio Öhm',        'cone',     '#7f8f77', '#cda877', '#e7ebe2', 'table',   'moss',  'ceramic',  9900, NULL,   6, 'handmade',   4.7,  29),
     (113, 'Amber Drop',              'Glass & Sons',      'globe',    '#e0a04a', '#4a3b2f', '#f8ead3', 'pendant', 'amber', 'glass',   13900, 17400,  4, NULL,         4.8, 151),
-    (114, 'Night Watch',             NULL,                'lantern',  '#3b3a38', '#f0b75b', '#e6e2dd', 'table',   'soot',  'metal',    6450, NULL,  19, NULL,         4.2,  33),
+    (114, 'Night Watch',             NULL,                'lantern',  '#3b3a38', '#f0b75b', NULL     , 'table',   'soot',  'metal',    6450, NULL,  19, NULL,         4.2,  33),
     (115, 'Half Arc, Brass',         NULL,                'arc',      '#d3a04c', '#a97c35', '#f6ecd6', 'floor',   'amber', 'metal',   24900, NULL,   7, NULL,         4.5,  22),
     (116, 'Hinoki Dusk',             'Fold & Crease',     'paper',    '#e6b7a0', '#6b4a3c', '#f8e7de', 'pendant', 'clay',  'paper',    5400, NULL,  26, NULL,         4.4,  70),
     (117, 'Chanterelle',             'Studio Öhm',        'mushroom', '#e2a13f', '#f0e2c6', '#faefd7', 'table',   'amber', 'ceramic',  9400, NULL,  11, 'handmade',   5.0,  16),

@@ -39,7 +39,7 @@
 {optional viewed}<section class="seen">
 <h2>You looked at</h2>
 <ul>
-{rdynamic seen,viewed}<li><a href="/p/{rawurlencode seen::*::name}" style="--t:{seen::*::tint '#eee8dc'};--a:{seen::*::shade};--b:{seen::*::body}"><svg><use href="#{seen::*::shape}"/></svg>{htmlspecialchars seen::*::name}</a></li>
+{rdynamic seen,viewed}<li><a href="/p/{rawurlencode seen::*::name}" style="--t:{seen::*::tint category::tint '#eee8dc'};--a:{seen::*::shade};--b:{seen::*::body}"><svg><use href="#{seen::*::shape}"/></svg>{htmlspecialchars seen::*::name}</a></li>
 {/rdynamic}</ul>
 </section>{/optional}
 </main>

@@ -1,9 +1,9 @@
-<li class="card" style="--t:{product::*::tint '#eee8dc'};--a:{product::*::shade};--b:{product::*::body}">
+<li class="card" style="--t:{product::*::tint category::tint '#eee8dc'};--a:{product::*::shade};--b:{product::*::body}">
 <a href="/p/{rawurlencode product::*::name}"><svg><use href="#{product::*::shape}"/></svg>
 {optional product::*::discount}<b class="badge sale">−{product::*::discount} %</b>{/optional}
 {optional product::*::badge}<b class="badge">{product::*::badge}</b>{/optional}
 <h3>{htmlspecialchars product::*::name}</h3></a>
-<p class="maker">{optional product::*::maker}{htmlspecialchars product::*::maker}{/optional}{!optional product::*::maker}{product::*::material}, {product::*::colour}{/optional}</p>
+<p class="maker">{optional product::*::maker}{htmlspecialchars product::*::maker}{/optional}{!optional product::*::maker}{htmlspecialchars product::*::material}, {htmlspecialchars product::*::colour}{/optional}</p>
 {optional product::*::reviews}<p class="stars" style="--r:{product::*::rating '0'}" aria-label="{product::*::rating} of 5"><small>{product::*::reviews}</small></p>{/optional}
 {!optional product::*::reviews}<p class="maker">Not rated yet</p>{/optional}
 <p class="price">{currency '€'}{product::*::price}
