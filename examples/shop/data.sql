@@ -33,7 +33,7 @@ INSERT INTO category VALUES
     (4,  1,    'Textiles',         61, NULL, NULL),
     (5,  1,    'Kitchen & Table',  97, NULL, NULL),
     (6,  1,    'Journal',           0, NULL, NULL),
-    (20, 2,    'Lamps for evenings', 62,
+    (20, 2,    'Lamps for evenings', 62, '#ece6dd',
      'Lamps for the hours when the ceiling light is <em>too much</em>: warm bulbs, honest materials, switches that are nice to touch.'),
     (21, 2,    'Pendants',         38, NULL, NULL),
     (22, 2,    'Bulbs & Parts',    18, NULL, NULL);
