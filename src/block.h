@@ -17,6 +17,12 @@ extern "C" {
 class Template;
 class DynamicBlock;
 
+/// A part of the call's text buffer: literal text and values that were known during analysis.
+struct TextRange {
+	size_t nStart = 0;
+	size_t nLength = 0;
+};
+
 /// Base of all blocks. Both drivers dispatch on the kind.
 class Block {
 public:
@@ -39,6 +45,8 @@ public:
 	};
 
 	Block* oNext = nullptr;
+	/// The text in front of the block. It is nearly always there: a block of its own would cost a second dispatch.
+	TextRange oText;
 
 	BLOCK_TYPE getType() const { return type; }
 
@@ -49,13 +57,10 @@ private:
 	BLOCK_TYPE type;
 };
 
-/// Literal text and values that were known during analysis: a part of the call's text buffer.
+/// The text behind the last tag of a body.
 class TextBlock : public Block {
 public:
-	TextBlock(size_t _nStart, size_t _nLength) : Block(TEXT), nStart(_nStart), nLength(_nLength) {}
-
-	size_t nStart;
-	size_t nLength;
+	TextBlock() : Block(TEXT) {}
 };
 
 /// A reference that depends on a dynamic block. Which block that is stands fast as soon as the tag is read, because
@@ -66,7 +71,8 @@ struct DynamicReference {
 	bool bKey; ///< asks for the element's key
 };
 
-/// An escaping tag; the kind of the block tells the escaping.
+/// A tag that prints one reference; the base of all that print values. As itself an escaping tag, the kind of which tells
+/// the escaping.
 class VariableBlock : public Block {
 public:
 	VariableBlock(BLOCK_TYPE _type, const DynamicReference& _oReference) : Block(_type), oReference(_oReference) {}
@@ -74,7 +80,7 @@ public:
 	DynamicReference oReference;
 };
 
-/// One of the references that a variable tag lists.
+/// One of the further references that a variable tag lists.
 struct Alternative {
 	/// What is known of it since analysis.
 	enum KIND : uint8_t {
@@ -91,18 +97,22 @@ struct Alternative {
 	std::string_view sReference; ///< MALFORMED: as it was written
 };
 
-/// A variable tag that depends on a dynamic block. References known to find nothing are left out of its alternatives.
-class MultiVariableBlock : public Block {
+/// A variable tag that depends on a dynamic block: its own reference is the first that does. References known to find
+/// nothing are left out.
+class MultiVariableBlock : public VariableBlock {
 public:
-	MultiVariableBlock(MyList<Alternative> _listVariables, std::string_view _sVariables)
-		: Block(VARIABLE), listVariables(_listVariables), sVariables(_sVariables), bText(false) {}
-	MultiVariableBlock(MyList<Alternative> _listVariables, std::string_view _sText, std::string_view _sVariables)
-		: Block(VARIABLE), listVariables(_listVariables), sText(_sText), sVariables(_sVariables), bText(true) {}
+	MultiVariableBlock(const DynamicReference& _oReference, MyList<Alternative> _listVariables,
+					   std::string_view _sVariables)
+		: VariableBlock(VARIABLE, _oReference), listVariables(_listVariables), sVariables(_sVariables), bText(false) {}
+	MultiVariableBlock(const DynamicReference& _oReference, MyList<Alternative> _listVariables,
+					   std::string_view _sText, std::string_view _sVariables)
+		: VariableBlock(VARIABLE, _oReference), listVariables(_listVariables), sText(_sText), sVariables(_sVariables),
+		  bText(true) {}
 
-	MyList<Alternative> listVariables;
-	std::string_view sText;      ///< the fallback text
-	std::string_view sVariables; ///< the whole argument, to echo the tag
-	bool bText;                  ///< whether there is a fallback text
+	MyList<Alternative> listVariables; ///< what is tried when the own reference finds nothing
+	std::string_view sText;            ///< the fallback text
+	std::string_view sVariables;       ///< the whole argument, to echo the tag
+	bool bText;                        ///< whether there is a fallback text
 };
 
 /// Base of the blocks that have a body.
@@ -134,9 +144,12 @@ public:
 	bool equalsValue(const zval* phpVariable) const;
 
 private:
+	bool equalsString(const zend_string* sText) const;
+
 	std::string_view sValue;
 	std::string_view sStripped;
 	zend_long nNumber;
+	bool bNul; ///< whether there is a zero byte in sStripped, so that it equals no string
 };
 
 /// A section that is shown or hidden by the element or key of a dynamic block. (What other values decide is decided

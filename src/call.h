@@ -21,7 +21,7 @@ public:
 	StackGuard oStack;
 	Arena oArena;
 
-	/// All literal text and all values known during analysis, in the order of the source. Text blocks point into it.
+	/// All literal text and all values known during analysis, in the order of the source. Blocks point into it.
 	TextBuffer sTexts;
 	/// From here on `sTexts` is pending: read, but not part of a block yet.
 	size_t nPendingText = 0;

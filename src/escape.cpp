@@ -1,25 +1,25 @@
 #include "escape.h"
 
+#include "byte_scan.h"
 #include "error.h"
-#include "value_text.h"
 
 #include <array>
 
 extern "C" {
+#include "SAPI.h"
 #include "ext/standard/html.h"
 #include "ext/standard/php_string.h"
 #include "ext/standard/url.h"
-#include "SAPI.h"
 }
+
+// Each escaping copies a clean text after one look at it and leaves the others to PHP's own function, which makes a
+// string, appended and released here.
 
 namespace {
 
-// What keeps a byte from being copied as it is, a bit for each reason.
 enum : uint8_t {
-	HTML_SPECIAL = 1,
-	SLASH_SPECIAL = 2,
-	URL_SPECIAL = 4,
-	NOT_ASCII = 8,
+	SLASH_SPECIAL = 1,
+	URL_SPECIAL = 2,
 };
 
 constexpr std::array<uint8_t, 256> makeByteClasses() {
@@ -27,10 +27,7 @@ constexpr std::array<uint8_t, 256> makeByteClasses() {
 	for (int ch = 0; ch < 256; ++ch) {
 		bool bUnreserved = (ch >= '0' && ch <= '9') || (ch >= 'A' && ch <= 'Z') || (ch >= 'a' && ch <= 'z') ||
 						   ch == '-' || ch == '_' || ch == '.' || ch == '~';
-		aClasses[ch] = (bUnreserved ? 0 : URL_SPECIAL) | (ch >= 0x80 ? NOT_ASCII : 0);
-	}
-	for (unsigned char ch : {'&', '<', '>', '"', '\0'}) {
-		aClasses[ch] |= HTML_SPECIAL;
+		aClasses[ch] = bUnreserved ? 0 : URL_SPECIAL;
 	}
 	for (unsigned char ch : {'\'', '"', '\\', '\0'}) {
 		aClasses[ch] |= SLASH_SPECIAL;
@@ -40,72 +37,92 @@ constexpr std::array<uint8_t, 256> makeByteClasses() {
 
 constexpr std::array<uint8_t, 256> BYTE_CLASSES = makeByteClasses();
 
-/// Whether no byte of the text belongs to one of the classes `nClasses`.
-bool isClean(std::string_view sText, uint8_t nClasses) {
-	for (unsigned char ch : sText) {
-		if (BYTE_CLASSES[ch] & nClasses) {
-			return false;
+bool containsClass(const zend_string* sText, uint8_t nClass) {
+	for (size_t i = 0; i < ZSTR_LEN(sText); ++i) {
+		if (BYTE_CLASSES[static_cast<unsigned char>(ZSTR_VAL(sText)[i])] & nClass) {
+			return true;
 		}
 	}
-	return true;
+	return false;
 }
 
-/// Whether PHP will take text without a character set for UTF-8, and without a warning.
+/// Whether PHP takes text of no stated character set for UTF-8, without a warning.
 bool isDefaultCharsetUtf8() {
 	const char* sInternal = PG(internal_encoding);
 	const char* sCharset = sInternal && *sInternal ? sInternal : SG(default_charset);
 	return sCharset && strcasecmp(sCharset, "UTF-8") == 0;
 }
 
+void appendWhole(TextBuffer& sOutput, const zend_string* sText) {
+	sOutput.append(ZSTR_VAL(sText), ZSTR_LEN(sText));
+}
+
 void appendAndRelease(TextBuffer& sOutput, zend_string* sEscaped) {
-	sOutput.append(upToNul({ZSTR_VAL(sEscaped), ZSTR_LEN(sEscaped)}));
+	sOutput.append(byte_scan::upToNul(sEscaped));
 	zend_string_release(sEscaped);
 }
 
-void appendAddslashes(TextBuffer& sOutput, std::string_view sText) {
-	zend_string* sCopy = zend_string_init(sText.data(), sText.size(), false);
+std::string_view escapedPart(const zend_string* sText, EscapeTime eTime) {
+	return eTime == EscapeTime::RENDER ? byte_scan::upToNul(sText)
+									   : std::string_view(ZSTR_VAL(sText), ZSTR_LEN(sText));
+}
+
+void appendAddslashes(TextBuffer& sOutput, const zend_string* sText, EscapeTime eTime) {
+	if (!containsClass(sText, SLASH_SPECIAL)) {
+		appendWhole(sOutput, sText);
+		return;
+	}
+	std::string_view sPart = escapedPart(sText, eTime);
+	zend_string* sCopy = zend_string_init(sPart.data(), sPart.size(), false);
 	zend_string* sEscaped = php_addslashes(sCopy);
 	zend_string_release(sCopy);
 	appendAndRelease(sOutput, sEscaped);
 }
 
-void appendHtml(TextBuffer& sOutput, std::string_view sText, bool bAll, EscapeTime eTime) {
-	appendAndRelease(sOutput, php_escape_html_entities(reinterpret_cast<const unsigned char*>(sText.data()),
-													   sText.size(), bAll, ENT_COMPAT,
-													   eTime == EscapeTime::RENDER ? "ISO-8859-1" : nullptr));
+void appendRawurlencode(TextBuffer& sOutput, const zend_string* sText, EscapeTime eTime) {
+	if (!containsClass(sText, URL_SPECIAL)) {
+		appendWhole(sOutput, sText);
+		return;
+	}
+	std::string_view sPart = escapedPart(sText, eTime);
+	appendAndRelease(sOutput, php_raw_url_encode(sPart.data(), sPart.size()));
 }
 
-/// Bytes that an HTML escaping may change. Bytes that are not ASCII depend on the character set, but "ISO-8859-1" has no
-/// special ones among them.
-uint8_t htmlClasses(Block::BLOCK_TYPE eType, EscapeTime eTime) {
-	return eType == Block::HTMLSPECIALCHARS && eTime == EscapeTime::RENDER ? HTML_SPECIAL : HTML_SPECIAL | NOT_ASCII;
+/// Whether an HTML escaping leaves the text as it is, whatever bytes that are no ASCII mean in its character set.
+bool isHtmlClean(const zend_string* sText, bool bAll, EscapeTime eTime) {
+	if (byte_scan::containsHtmlSpecial(sText)) {
+		return false;
+	}
+	if (eTime == EscapeTime::RENDER && !bAll) {
+		return true;
+	}
+	return !byte_scan::containsNonAscii(sText) && (eTime == EscapeTime::RENDER || isDefaultCharsetUtf8());
+}
+
+void appendHtml(TextBuffer& sOutput, const zend_string* sText, bool bAll, EscapeTime eTime) {
+	if (isHtmlClean(sText, bAll, eTime)) {
+		appendWhole(sOutput, sText);
+		return;
+	}
+	std::string_view sPart = escapedPart(sText, eTime);
+	appendAndRelease(sOutput, php_escape_html_entities(reinterpret_cast<const unsigned char*>(sPart.data()),
+													   sPart.size(), bAll, ENT_COMPAT,
+													   eTime == EscapeTime::RENDER ? "ISO-8859-1" : nullptr));
+	throwIfExceptionIsPending();
 }
 
 } // namespace
 
-void appendEscaped(TextBuffer& sOutput, Block::BLOCK_TYPE eType, std::string_view sText, EscapeTime eTime) {
+void appendEscaped(TextBuffer& sOutput, Block::BLOCK_TYPE eType, const zend_string* sText, EscapeTime eTime) {
 	switch (eType) {
 		case Block::ADDSLASHES:
-			if (isClean(sText, SLASH_SPECIAL)) {
-				sOutput.append(sText);
-			} else {
-				appendAddslashes(sOutput, sText);
-			}
+			appendAddslashes(sOutput, sText, eTime);
 			break;
 		case Block::RAWURLENCODE:
-			if (isClean(sText, URL_SPECIAL)) {
-				sOutput.append(sText);
-			} else {
-				appendAndRelease(sOutput, php_raw_url_encode(sText.data(), sText.size()));
-			}
+			appendRawurlencode(sOutput, sText, eTime);
 			break;
 		default:
-			if ((eTime == EscapeTime::RENDER || isDefaultCharsetUtf8()) && isClean(sText, htmlClasses(eType, eTime))) {
-				sOutput.append(sText);
-			} else {
-				appendHtml(sOutput, sText, eType == Block::HTMLENTITIES, eTime);
-				throwIfExceptionIsPending();
-			}
+			appendHtml(sOutput, sText, eType == Block::HTMLENTITIES, eTime);
 			break;
 	}
 }

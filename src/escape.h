@@ -5,10 +5,10 @@
 
 /// Where an escaping happens; the HTML ones take the text to be in another character set each time.
 enum class EscapeTime {
-	ANALYSIS, ///< PHP's default_charset
-	RENDER,   ///< ISO-8859-1
+	ANALYSIS, ///< PHP's default_charset; the whole text is escaped, and cut at its first zero byte after that
+	RENDER,   ///< ISO-8859-1; the text is cut at its first zero byte first
 };
 
-/// Appends `sText` escaped by an escaping tag of kind `eType`, up to the first zero byte of the escaped text.
+/// Appends `sText` escaped by an escaping tag of kind `eType`.
 /// May raise PHP's own warnings; throws when user code that handles them threw.
-void appendEscaped(TextBuffer& sOutput, Block::BLOCK_TYPE eType, std::string_view sText, EscapeTime eTime);
+void appendEscaped(TextBuffer& sOutput, Block::BLOCK_TYPE eType, const zend_string* sText, EscapeTime eTime);

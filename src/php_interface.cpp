@@ -11,6 +11,23 @@ HashTable* PHPInterface::getHashTable(const zval* data) {
 	}
 }
 
+const zval* PHPInterface::hashFindAnywhere(const Index& key, const HashTable* table) {
+	if (key.nSlot < table->nNumUsed && !HT_IS_PACKED(table)) {
+		const Bucket& bucket = table->arData[key.nSlot];
+		if (bucket.h == ZSTR_H(key.sKey) && bucket.key && Z_TYPE(bucket.val) != IS_UNDEF &&
+			zend_string_equals(bucket.key, key.sKey)) {
+			return &bucket.val;
+		}
+	}
+	const zval* found = zend_hash_find_known_hash(table, key.sKey);
+	if (found) {
+		const auto* bucket = reinterpret_cast<const Bucket*>(found);
+		key.nSlot = static_cast<uint32_t>(bucket - table->arData);
+		key.sLastKey = ZSTR_IS_INTERNED(bucket->key) ? bucket->key : nullptr;
+	}
+	return found;
+}
+
 const zval* PHPInterface::hashIndexFind(zend_ulong index, const zval* data) {
 	HashTable* table = data ? getHashTable(data) : nullptr;
 	const zval* slot = table ? zend_hash_index_find(table, index) : nullptr;

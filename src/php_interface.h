@@ -1,5 +1,7 @@
 #pragma once
 
+#include "reference.h"
+
 extern "C" {
 #include "php.h"
 }
@@ -11,14 +13,22 @@ public:
 
 	/// Looks a string key up in the array `data`, or in the user data when `data` is null. Numeric texts stay strings.
 	/// Returns null when there is no such element or `data` is no array; objects are not looked into.
-	const zval* hashFind(const zend_string* key, const zval* data) const {
+	const zval* hashFind(const Index& key, const zval* data) const {
 		if (!data) {
 			data = userData;
 		}
 		if (Z_TYPE_P(data) != IS_ARRAY) {
 			return nullptr;
 		}
-		return zend_hash_find_known_hash(Z_ARRVAL_P(data), key);
+		// A column of a table is found without a walk through the hash.
+		const HashTable* table = Z_ARRVAL_P(data);
+		if (key.nSlot < table->nNumUsed && !HT_IS_PACKED(table)) {
+			const Bucket& bucket = table->arData[key.nSlot];
+			if (bucket.key == key.sLastKey && bucket.key && Z_TYPE(bucket.val) != IS_UNDEF) {
+				return &bucket.val;
+			}
+		}
+		return hashFindAnywhere(key, table);
 	}
 
 	/// Looks an integer key up in the array `data` or in the property table of the object `data`.
@@ -44,5 +54,7 @@ public:
 	static HashTable* acquireTable(const zval* data);
 
 private:
+	static const zval* hashFindAnywhere(const Index& key, const HashTable* table);
+
 	const zval* userData;
 };

@@ -34,6 +34,8 @@ namespace {
 void prependIndex(Reference& oReference, std::string_view sIndex, Arena& oArena) {
 	auto* oIndex = oArena.make<Index>();
 	oIndex->sKey = isIntegerKey(sIndex, oIndex->nIndex) ? nullptr : oArena.makeKey(sIndex);
+	oIndex->nSlot = UINT32_MAX;
+	oIndex->sLastKey = nullptr;
 	oReference.listIndexes.prepend(oIndex);
 }
 

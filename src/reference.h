@@ -21,8 +21,12 @@ enum VARIABLE_TYPE {
 /// One component of a path.
 struct Index {
 	Index* oNext;
-	zend_string* sKey;  ///< the string key, its hash computed; null for an integer key
-	zend_ulong nIndex;  ///< the integer key
+	zend_string* sKey;      ///< the string key, its hash computed; null for an integer key
+	zend_ulong nIndex;      ///< the integer key
+	/// Where a string key was found last, and PHP's copy of it there if that copy is one that PHP never frees (else
+	/// null). Rows of one origin keep their keys in the same places.
+	mutable uint32_t nSlot;
+	mutable const zend_string* sLastKey;
 };
 
 /// A parsed variable reference. Its indexes live in an arena, its namespace is a part of the text that was parsed.

@@ -1,9 +1,9 @@
 #include "template.h"
 
 #include "error.h"
-#include "value_text.h"
 
 #include <cstdlib>
+#include <cstring>
 #include <optional>
 
 // Structured blocks: includes, optional and dynamic sections, their analysis and their rendering.
@@ -64,6 +64,13 @@ ComparedValue::ComparedValue(std::string_view _sValue) : sValue(_sValue), sStrip
 	}
 	// What follows the digits, a quote or the zero byte, ends the number.
 	nNumber = sStripped.empty() ? 0 : strtol(sStripped.data(), nullptr, 10);
+	bNul = sStripped.find('\0') != std::string_view::npos;
+}
+
+/// A string counts up to its first zero byte; behind its last byte there is one anyway.
+bool ComparedValue::equalsString(const zend_string* sText) const {
+	return !bNul && ZSTR_LEN(sText) >= sStripped.size() && ZSTR_VAL(sText)[sStripped.size()] == '\0' &&
+		   memcmp(ZSTR_VAL(sText), sStripped.data(), sStripped.size()) == 0;
 }
 
 bool ComparedValue::equalsKey(const ElementKey& oKey) const {
@@ -77,7 +84,7 @@ bool ComparedValue::equalsKey(const ElementKey& oKey) const {
 bool ComparedValue::equalsValue(const zval* phpVariable) const {
 	switch (Z_TYPE_P(phpVariable)) {
 		case IS_STRING:
-			return sStripped == upToNul({Z_STRVAL_P(phpVariable), Z_STRLEN_P(phpVariable)});
+			return equalsString(Z_STR_P(phpVariable));
 		case IS_LONG:
 			return Z_LVAL_P(phpVariable) == nNumber;
 		case IS_FALSE:
@@ -100,10 +107,10 @@ void Template::analyzeOptionalBlock(BlockList& subBlockList, std::string_view sA
 	ComparedValue oValue(call.oArena.copy(sArgument2));
 
 	if (oReference.eType == ASTERISK || oReference.eType == KEY) {
-		storeTextBlock(subBlockList);
 		auto* oBlock = call.oArena.make<OptionalBlock>(resolveNamespace(oReference), oValue, bNegation);
-		subBlockList.append(oBlock);
+		storeBlock(subBlockList, oBlock);
 		_analyzeTemplate(oBlock->listSubBlocks, Block::OPTIONAL_CLOSE);
+		storeTextBlock(oBlock->listSubBlocks);
 		return;
 	}
 
@@ -129,7 +136,7 @@ bool Template::checkIfOptionalIsVisible(const zval* phpVariable, const ComparedV
 			phpVariable = phpVisible;
 		}
 	}
-	bool bTrue = zend_is_true(const_cast<zval*>(phpVariable));
+	bool bTrue = i_zend_is_true(const_cast<zval*>(phpVariable));
 	throwIfExceptionIsPending();
 	return bTrue;
 }
@@ -166,8 +173,7 @@ void Template::analyzeDynamicBlock(BlockList& subBlockList, std::string_view sAr
 		analyzeHiddenBody(eClosingTag);
 		return;
 	}
-	storeTextBlock(subBlockList);
-	subBlockList.append(oBlock);
+	storeBlock(subBlockList, oBlock);
 
 	zend_string* sName = sDynamicName.empty() ? nullptr : call.oArena.makeKey(sDynamicName);
 	const DynamicBlock* oOuter = call.oInnermost;
@@ -177,6 +183,7 @@ void Template::analyzeDynamicBlock(BlockList& subBlockList, std::string_view sAr
 		call.oNames.open(sName, oBlock);
 	}
 	_analyzeTemplate(oBlock->listSubBlocks, eClosingTag);
+	storeTextBlock(oBlock->listSubBlocks);
 	if (sName) {
 		call.oNames.close(sName, oBlock);
 	}

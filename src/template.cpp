@@ -51,17 +51,17 @@ bool Template::open(bool string_mode) {
 
 void Template::analyzeTemplate() {
 	_analyzeTemplate(listBlocks, Block::UNKNOWN);
+	storeTextBlock(listBlocks);
 }
 
+/// Reads up to the closing tag, or to the end when none is expected. The text behind the last tag is left pending.
 void Template::_analyzeTemplate(BlockList& subBlockList, Block::BLOCK_TYPE eClosingTag) {
 	checkLimits();
 	while (input.good()) {
 		if (input.fillBufferTillMark(call.sTexts, '{') && analyzeTag(subBlockList, eClosingTag)) {
-			storeTextBlock(subBlockList);
 			return;
 		}
 	}
-	storeTextBlock(subBlockList);
 	if (eClosingTag != Block::UNKNOWN) {
 		fail({"Missing closing tag"});
 	}
@@ -138,23 +138,18 @@ std::string_view Template::trim(std::string_view sSource) {
 	return sSource.substr(iBegin, iEnd - iBegin);
 }
 
-/// Makes the pending text part of the list.
+/// Appends a block; the pending text stands in front of it.
+void Template::storeBlock(BlockList& subBlockList, Block* oBlock) {
+	oBlock->oText = {call.nPendingText, call.sTexts.size() - call.nPendingText};
+	call.nPendingText = call.sTexts.size();
+	subBlockList.append(oBlock);
+}
+
+/// Ends a body: makes the text that is still pending part of it.
 void Template::storeTextBlock(BlockList& subBlockList) {
-	size_t nStart = call.nPendingText;
-	size_t nLength = call.sTexts.size() - nStart;
-	if (nLength == 0) {
-		return;
+	if (call.nPendingText < call.sTexts.size()) {
+		storeBlock(subBlockList, call.oArena.make<TextBlock>());
 	}
-	call.nPendingText += nLength;
-	Block* oLast = subBlockList.last();
-	if (oLast && oLast->getType() == Block::TEXT) {
-		auto* oText = static_cast<TextBlock*>(oLast);
-		if (oText->nStart + oText->nLength == nStart) {
-			oText->nLength += nLength;
-			return;
-		}
-	}
-	subBlockList.append(call.oArena.make<TextBlock>(nStart, nLength));
 }
 
 /// Analyses a body that is never rendered: its errors count, but nothing of it stays.
@@ -175,19 +170,17 @@ zend_string* Template::getResult() {
 		// Nothing was left for rendering: the text that analysis gathered is the result.
 		return call.sTexts.take();
 	}
+	call.sTexts.reserve(TextBuffer::PADDING);
 	_getResult(listBlocks, call.sOutput);
 	return call.sOutput.take();
 }
 
 void Template::_getResult(const BlockList& subBlockList, TextBuffer& sOutput) {
 	checkLimits();
+	const char* pTexts = call.sTexts.data();
 	for (Block* oBlock = subBlockList.first(); oBlock; oBlock = oBlock->oNext) {
+		sOutput.appendPadded(pTexts + oBlock->oText.nStart, oBlock->oText.nLength);
 		switch (oBlock->getType()) {
-			case Block::TEXT: {
-				const auto& oText = static_cast<const TextBlock&>(*oBlock);
-				sOutput.append(call.sTexts.data() + oText.nStart, oText.nLength);
-				break;
-			}
 			case Block::VARIABLE:
 				_getResultVariable(static_cast<const MultiVariableBlock&>(*oBlock), sOutput);
 				break;
@@ -206,6 +199,7 @@ void Template::_getResult(const BlockList& subBlockList, TextBuffer& sOutput) {
 				_getResultDynamic(static_cast<DynamicBlock&>(*oBlock), sOutput);
 				break;
 			case Block::UNKNOWN:
+			case Block::TEXT:
 			case Block::INCLUDE:
 			case Block::OPTIONAL_CLOSE:
 			case Block::DYNAMIC_CLOSE:
@@ -232,11 +226,11 @@ void Template::fail(std::initializer_list<std::string_view> listParts) const {
 	throw TemplateError(sMessage);
 }
 
-void Template::checkLimits() {
-	if (UNEXPECTED(call.oStack.exhausted())) {
+void Template::endAtLimit() {
+	if (call.oStack.exhausted()) {
 		fail({"Blocks nested too deeply"});
 	}
-	if (UNEXPECTED(zend_atomic_bool_load_ex(&EG(timed_out)))) {
+	if (zend_atomic_bool_load_ex(&EG(timed_out))) {
 		// Reports max_execution_time now; PHP itself would only do so after the call, or kill the process before.
 		zend_timeout();
 	}

@@ -49,6 +49,7 @@ private:
 	bool analyzeTag(BlockList& subBlockList, Block::BLOCK_TYPE eClosingTag);
 	static Block::BLOCK_TYPE matchInput(std::string_view sBuffer, std::string_view& sArgument);
 	static std::string_view trim(std::string_view sSource);
+	void storeBlock(BlockList& subBlockList, Block* oBlock);
 	void storeTextBlock(BlockList& subBlockList);
 	void analyzeHiddenBody(Block::BLOCK_TYPE eClosingTag);
 
@@ -80,12 +81,18 @@ private:
 	void _getResultDynamic(DynamicBlock& oBlock, TextBuffer& sOutput);
 	const zval* findDynamicData(const DynamicBlock& oBlock) const;
 	const zval* findDynamicValue(const DynamicReference& oReference) const;
+	bool printDynamic(const DynamicReference& oReference, TextBuffer& sOutput) const;
 
 	/// Throws the message made of `listParts`, " in " and this template's name.
 	[[noreturn]] void fail(std::initializer_list<std::string_view> listParts) const;
 	[[noreturn]] void failReference(ReferenceError eError, std::string_view sArgument) const;
 	/// Ends the call when the stack or the time that PHP allows is used up.
-	void checkLimits();
+	void checkLimits() {
+		if (UNEXPECTED(call.oStack.nearLimit() || zend_atomic_bool_load_ex(&EG(timed_out)))) {
+			endAtLimit();
+		}
+	}
+	void endAtLimit();
 
 	Call& call;
 	std::string_view sFileName;

@@ -1,29 +1,13 @@
 #include "value_text.h"
 
+#include "byte_scan.h"
 #include "error.h"
-
-void appendInteger(TextBuffer& sOutput, zend_long nValue) {
-	char aText[MAX_LENGTH_OF_LONG];
-	char* pEnd = aText + sizeof(aText) - 1;
-	char* pText = zend_print_long_to_buf(pEnd, nValue);
-	sOutput.append(pText, pEnd - pText);
-}
-
-namespace {
-
-void appendFloat(TextBuffer& sOutput, double nValue) {
-	char aText[ZEND_DOUBLE_MAX_LENGTH];
-	int nPrecision = static_cast<int>(EG(precision));
-	zend_gcvt(nValue, nPrecision ? nPrecision : 1, '.', 'E', aText);
-	sOutput.append(aText, strlen(aText));
-}
-
-} // namespace
+#include "number_text.h"
 
 void appendValue(TextBuffer& sOutput, const zval* phpVariable) {
 	switch (Z_TYPE_P(phpVariable)) {
 		case IS_STRING:
-			sOutput.append(Z_STRVAL_P(phpVariable), strlen(Z_STRVAL_P(phpVariable)));
+			sOutput.append(byte_scan::upToNul(Z_STR_P(phpVariable)));
 			return;
 		case IS_LONG:
 			appendInteger(sOutput, Z_LVAL_P(phpVariable));
@@ -44,7 +28,7 @@ void appendValue(TextBuffer& sOutput, const zval* phpVariable) {
 	{
 		ValueText oText(phpVariable);
 		if (!EG(exception)) {
-			sOutput.append(upToNul(oText.view()));
+			sOutput.append(byte_scan::upToNul(oText.string()));
 		}
 	}
 	throwIfExceptionIsPending();

@@ -1,7 +1,9 @@
 #include "template.h"
 
+#include "byte_scan.h"
 #include "error.h"
 #include "escape.h"
+#include "number_text.h"
 #include "value_text.h"
 
 #include <cctype>
@@ -31,7 +33,7 @@ std::string_view takeReference(std::string_view& sReferences) {
 
 void appendKey(TextBuffer& sOutput, const ElementKey& oKey) {
 	if (oKey.sKey) {
-		sOutput.append(ZSTR_VAL(oKey.sKey), strlen(ZSTR_VAL(oKey.sKey)));
+		sOutput.append(byte_scan::upToNul(oKey.sKey));
 	} else {
 		appendInteger(sOutput, static_cast<zend_long>(oKey.nIndex));
 	}
@@ -98,7 +100,7 @@ const zval* Template::findVariable(const Index* oIndex, const zval* phpVarRoot) 
 		return phpVarRoot;
 	}
 	for (;;) {
-		const zval* phpFound = oIndex->sKey ? call.php.hashFind(oIndex->sKey, phpVarRoot)
+		const zval* phpFound = oIndex->sKey ? call.php.hashFind(*oIndex, phpVarRoot)
 											: PHPInterface::hashIndexFind(oIndex->nIndex, phpVarRoot);
 		oIndex = oIndex->oNext;
 		if (!oIndex || !phpFound) {
@@ -163,12 +165,8 @@ void Template::analyzeVariableBlock(BlockList& subBlockList, std::string_view sA
 			continue;
 		}
 		// What came before finds nothing at render time either: the path to a value can't change during a call.
-		storeTextBlock(subBlockList);
+		DynamicReference oDynamic = resolveNamespace(oReference);
 		MyList<Alternative> listVariables;
-		auto* oFirst = call.oArena.make<Alternative>();
-		oFirst->eKind = Alternative::DYNAMIC_VALUE;
-		oFirst->oReference = resolveNamespace(oReference);
-		listVariables.append(oFirst);
 		bool bMayFail = true;
 		while (bMayFail && !(sReference = takeReference(sRest)).empty()) {
 			if (Alternative* oNext = keepAlternative(sReference)) {
@@ -177,9 +175,9 @@ void Template::analyzeVariableBlock(BlockList& subBlockList, std::string_view sA
 			}
 		}
 		std::string_view sVariables = call.oArena.copy(sArgument);
-		subBlockList.append(oTag.bText ? call.oArena.make<MultiVariableBlock>(
-											 listVariables, call.oArena.copy(oTag.sText), sVariables)
-									   : call.oArena.make<MultiVariableBlock>(listVariables, sVariables));
+		storeBlock(subBlockList, oTag.bText ? call.oArena.make<MultiVariableBlock>(
+												  oDynamic, listVariables, call.oArena.copy(oTag.sText), sVariables)
+											: call.oArena.make<MultiVariableBlock>(oDynamic, listVariables, sVariables));
 		return;
 	}
 	if (oTag.bText) {
@@ -212,11 +210,9 @@ void Template::analyzeEscapingBlock(BlockList& subBlockList, std::string_view sA
 	const zval* phpVariable = nullptr;
 	Reference oReference = analyzeVariable(sArgument, phpVariable);
 	if (oReference.eType == ASTERISK || oReference.eType == KEY) {
-		storeTextBlock(subBlockList);
-		subBlockList.append(call.oArena.make<VariableBlock>(eType, resolveNamespace(oReference)));
+		storeBlock(subBlockList, call.oArena.make<VariableBlock>(eType, resolveNamespace(oReference)));
 	} else if (oReference.eType == IMMEDIATE && Z_TYPE_P(phpVariable) == IS_STRING) {
-		std::string_view sText{Z_STRVAL_P(phpVariable), Z_STRLEN_P(phpVariable)};
-		appendEscaped(call.sTexts, eType, sText, EscapeTime::ANALYSIS);
+		appendEscaped(call.sTexts, eType, Z_STR_P(phpVariable), EscapeTime::ANALYSIS);
 	}
 }
 
@@ -224,26 +220,48 @@ void Template::analyzeEscapingBlock(BlockList& subBlockList, std::string_view sA
 
 /// Finds a value in the element that a dynamic block is rendering; null when there is none.
 const zval* Template::findDynamicValue(const DynamicReference& oReference) const {
-	return oReference.oDynamicBlock ? findVariable(oReference.listIndexes, oReference.oDynamicBlock->phpValue) : nullptr;
+	const DynamicBlock* oBlock = oReference.oDynamicBlock;
+	if (!oBlock) {
+		return nullptr;
+	}
+	const Index* oIndex = oReference.listIndexes;
+	if (EXPECTED(oIndex && oIndex->sKey && !oIndex->oNext)) {
+		return call.php.hashFind(*oIndex, oBlock->phpValue);
+	}
+	return findVariable(oIndex, oBlock->phpValue);
+}
+
+/// Prints what a reference finds in a dynamic block. Returns false when it finds nothing.
+bool Template::printDynamic(const DynamicReference& oReference, TextBuffer& sOutput) const {
+	if (oReference.bKey) {
+		if (oReference.oDynamicBlock) {
+			appendKey(sOutput, oReference.oDynamicBlock->phpKey);
+		}
+		return oReference.oDynamicBlock;
+	}
+	const zval* phpVariable = findDynamicValue(oReference);
+	if (phpVariable) {
+		appendValue(sOutput, phpVariable);
+	}
+	return phpVariable;
 }
 
 void Template::_getResultVariable(const MultiVariableBlock& oBlock, TextBuffer& sOutput) {
+	if (printDynamic(oBlock.oReference, sOutput)) {
+		return;
+	}
 	for (const Alternative* oTried = oBlock.listVariables.first(); oTried; oTried = oTried->oNext) {
-		const DynamicReference& oReference = oTried->oReference;
-		const zval* phpVariable = oTried->phpVariable;
-		if (oTried->eKind == Alternative::MALFORMED) {
-			failReference(oTried->eError, oTried->sReference);
-		}
-		if (oTried->eKind == Alternative::DYNAMIC_VALUE) {
-			if (oReference.bKey && oReference.oDynamicBlock) {
-				appendKey(sOutput, oReference.oDynamicBlock->phpKey);
+		switch (oTried->eKind) {
+			case Alternative::DYNAMIC_VALUE:
+				if (printDynamic(oTried->oReference, sOutput)) {
+					return;
+				}
+				break;
+			case Alternative::FOUND:
+				appendValue(sOutput, oTried->phpVariable);
 				return;
-			}
-			phpVariable = findDynamicValue(oReference);
-		}
-		if (phpVariable) {
-			appendValue(sOutput, phpVariable);
-			return;
+			case Alternative::MALFORMED:
+				failReference(oTried->eError, oTried->sReference);
 		}
 	}
 	if (oBlock.bText) {
@@ -259,8 +277,7 @@ void Template::_getResultEscaped(const VariableBlock& oBlock, TextBuffer& sOutpu
 		if (oReference.oDynamicBlock) {
 			const ElementKey& oKey = oReference.oDynamicBlock->phpKey;
 			if (oKey.sKey) {
-				appendEscaped(sOutput, oBlock.getType(), {ZSTR_VAL(oKey.sKey), ZSTR_LEN(oKey.sKey)},
-							  EscapeTime::RENDER);
+				appendEscaped(sOutput, oBlock.getType(), oKey.sKey, EscapeTime::RENDER);
 			} else {
 				appendKey(sOutput, oKey);
 			}
@@ -273,8 +290,7 @@ void Template::_getResultEscaped(const VariableBlock& oBlock, TextBuffer& sOutpu
 	}
 	switch (Z_TYPE_P(phpVariable)) {
 		case IS_STRING:
-			appendEscaped(sOutput, oBlock.getType(), {Z_STRVAL_P(phpVariable), Z_STRLEN_P(phpVariable)},
-						  EscapeTime::RENDER);
+			appendEscaped(sOutput, oBlock.getType(), Z_STR_P(phpVariable), EscapeTime::RENDER);
 			return;
 		case IS_NULL:
 		case IS_FALSE:
@@ -283,13 +299,20 @@ void Template::_getResultEscaped(const VariableBlock& oBlock, TextBuffer& sOutpu
 			// No escaping changes a digit or a minus sign.
 			appendValue(sOutput, phpVariable);
 			return;
+		case IS_DOUBLE:
+			// Only the plus sign of an exponent is ever escaped.
+			if (oBlock.getType() != Block::RAWURLENCODE) {
+				appendValue(sOutput, phpVariable);
+				return;
+			}
+			break;
 		default:
 			break;
 	}
 	{
 		ValueText oText(phpVariable);
 		if (!EG(exception)) {
-			appendEscaped(sOutput, oBlock.getType(), oText.view(), EscapeTime::RENDER);
+			appendEscaped(sOutput, oBlock.getType(), oText.string(), EscapeTime::RENDER);
 		}
 	}
 	throwIfExceptionIsPending();

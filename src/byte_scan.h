@@ -1,0 +1,95 @@
+#pragma once
+
+#include <cstddef>
+#include <cstring>
+#include <string_view>
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
+extern "C" {
+#include "php.h"
+}
+
+// Searches of values for bytes that keep them from being copied as they are. Values are short and nearly always clean,
+// so these run on every one of them: 16 bytes a step where the processor can.
+
+namespace byte_scan {
+
+#ifdef __SSE2__
+
+/// Whether `match` marks any byte of a PHP string.
+template <typename Matcher>
+inline bool contains(const zend_string* sText, Matcher match) {
+	static_assert(_ZSTR_HEADER_SIZE >= sizeof(__m128i), "the last step reads back into the header");
+	const char* p = ZSTR_VAL(sText);
+	const char* pEnd = p + ZSTR_LEN(sText);
+	auto marked = [match](const char* pBlock) {
+		return static_cast<unsigned>(_mm_movemask_epi8(match(_mm_loadu_si128(reinterpret_cast<const __m128i*>(pBlock)))));
+	};
+	for (; pEnd - p >= 16; p += 16) {
+		if (marked(p)) {
+			return true;
+		}
+	}
+	// The rest is read together with bytes before it, which lie in the string's own memory, and those are dropped.
+	size_t nRest = pEnd - p;
+	return nRest && marked(pEnd - 16) >> (16 - nRest);
+}
+
+inline __m128i equals(__m128i v, char ch) {
+	return _mm_cmpeq_epi8(v, _mm_set1_epi8(ch));
+}
+
+inline bool containsNul(const zend_string* sText) {
+	return contains(sText, [](__m128i v) { return equals(v, '\0'); });
+}
+
+/// Whether there is a zero byte or one of those that an HTML escaping changes in any character set.
+inline bool containsHtmlSpecial(const zend_string* sText) {
+	return contains(sText, [](__m128i v) {
+		return _mm_or_si128(_mm_or_si128(_mm_or_si128(equals(v, '&'), equals(v, '<')),
+										 _mm_or_si128(equals(v, '>'), equals(v, '"'))),
+							equals(v, '\0'));
+	});
+}
+
+inline bool containsNonAscii(const zend_string* sText) {
+	// The highest bit is what the mask is made of.
+	return contains(sText, [](__m128i v) { return v; });
+}
+
+#else
+
+template <typename Matcher>
+inline bool contains(const zend_string* sText, Matcher match) {
+	for (size_t i = 0; i < ZSTR_LEN(sText); ++i) {
+		if (match(ZSTR_VAL(sText)[i])) {
+			return true;
+		}
+	}
+	return false;
+}
+
+inline bool containsNul(const zend_string* sText) {
+	return memchr(ZSTR_VAL(sText), 0, ZSTR_LEN(sText)) != nullptr;
+}
+
+inline bool containsHtmlSpecial(const zend_string* sText) {
+	return contains(sText, [](char ch) { return ch == '&' || ch == '<' || ch == '>' || ch == '"' || ch == '\0'; });
+}
+
+inline bool containsNonAscii(const zend_string* sText) {
+	return contains(sText, [](char ch) { return (ch & 0x80) != 0; });
+}
+
+#endif
+
+/// The part of a string that is printed: what stands before its first zero byte.
+inline std::string_view upToNul(const zend_string* sText) {
+	size_t nLength = ZSTR_LEN(sText);
+	return {ZSTR_VAL(sText), containsNul(sText) ? strlen(ZSTR_VAL(sText)) : nLength};
+}
+
+} // namespace byte_scan
