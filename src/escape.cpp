@@ -12,8 +12,8 @@ extern "C" {
 #include "ext/standard/url.h"
 }
 
-// Each escaping copies a clean text after one look at it and leaves the others to PHP's own function, which makes a
-// string, appended and released here.
+// Each escaping copies a clean text after one look at it. The others are left to PHP's own function, which makes a string
+// that is appended and released here; only the most frequent escaping by far, htmlspecialchars in a loop, does without.
 
 namespace {
 
@@ -99,12 +99,44 @@ bool isHtmlClean(const zend_string* sText, bool bAll, EscapeTime eTime) {
 	return !byte_scan::containsNonAscii(sText) && (eTime == EscapeTime::RENDER || isDefaultCharsetUtf8());
 }
 
+/// htmlspecialchars for ISO-8859-1, where every byte is a character and only these four are special.
+void appendHtmlSpecialchars(TextBuffer& sOutput, std::string_view sText) {
+	size_t iCopied = 0;
+	for (size_t i = 0; i < sText.size(); ++i) {
+		std::string_view sEntity;
+		switch (sText[i]) {
+			case '&':
+				sEntity = "&amp;";
+				break;
+			case '<':
+				sEntity = "&lt;";
+				break;
+			case '>':
+				sEntity = "&gt;";
+				break;
+			case '"':
+				sEntity = "&quot;";
+				break;
+			default:
+				continue;
+		}
+		sOutput.append(sText.substr(iCopied, i - iCopied));
+		sOutput.append(sEntity);
+		iCopied = i + 1;
+	}
+	sOutput.append(sText.substr(iCopied));
+}
+
 void appendHtml(TextBuffer& sOutput, const zend_string* sText, bool bAll, EscapeTime eTime) {
 	if (isHtmlClean(sText, bAll, eTime)) {
 		appendWhole(sOutput, sText);
 		return;
 	}
 	std::string_view sPart = escapedPart(sText, eTime);
+	if (eTime == EscapeTime::RENDER && !bAll) {
+		appendHtmlSpecialchars(sOutput, sPart);
+		return;
+	}
 	appendAndRelease(sOutput, php_escape_html_entities(reinterpret_cast<const unsigned char*>(sPart.data()),
 													   sPart.size(), bAll, ENT_COMPAT,
 													   eTime == EscapeTime::RENDER ? "ISO-8859-1" : nullptr));

@@ -31,6 +31,12 @@ public:
 		return hashFindAnywhere(key, table);
 	}
 
+	/// Looks a path of one component up in the user data; like `hashFind` for a string key, and null for an integer key.
+	const zval* find(std::string_view name) const {
+		zend_ulong index;
+		return isIntegerKey(name, index) ? nullptr : zend_hash_str_find(Z_ARRVAL_P(userData), name.data(), name.size());
+	}
+
 	/// Looks an integer key up in the array `data` or in the property table of the object `data`.
 	/// Returns null when there is no such element or `data` is null or of another type: unlike `hashFind`, it does not
 	/// fall back to the user data.

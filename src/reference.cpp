@@ -3,7 +3,11 @@
 #include "arena.h"
 
 bool isIntegerKey(std::string_view sText, zend_ulong& nIndex) {
-	bool bNegative = !sText.empty() && sText.front() == '-';
+	// Most texts are told by their first character.
+	if (sText.empty() || sText.front() > '9') {
+		return false;
+	}
+	bool bNegative = sText.front() == '-';
 	std::string_view sDigits = sText.substr(bNegative ? 1 : 0);
 	if (sDigits.empty() || sDigits.size() > MAX_LENGTH_OF_LONG - 1 || sDigits.front() < '0' || sDigits.front() > '9') {
 		return false;
@@ -39,6 +43,20 @@ void prependIndex(Reference& oReference, std::string_view sIndex, Arena& oArena)
 	oReference.listIndexes.prepend(oIndex);
 }
 
+/// Where the last "::" begins whose first colon stands at `iPos` or before; -1 when there is none.
+ptrdiff_t findSeparator(std::string_view sArgument, ptrdiff_t iPos) {
+	for (; iPos >= 0; --iPos) {
+		if (sArgument[iPos] == ':' && static_cast<size_t>(iPos) + 1 < sArgument.size() && sArgument[iPos + 1] == ':') {
+			break;
+		}
+	}
+	return iPos;
+}
+
+bool isMarker(std::string_view sIndex) {
+	return sIndex == "*" || sIndex == "[*]";
+}
+
 } // namespace
 
 // Read from right to left, since what a component means depends on whether a marker stands to the right of it.
@@ -48,15 +66,14 @@ ReferenceError parseReference(std::string_view sArgument, Arena& oArena, Referen
 	bool bNamespace = false;
 	ptrdiff_t iRightPosition = static_cast<ptrdiff_t>(sArgument.size()) - 1;
 
-	size_t nFound;
-	while (iRightPosition >= 0 && (nFound = sArgument.rfind("::", iRightPosition)) != std::string_view::npos) {
-		auto iPos = static_cast<ptrdiff_t>(nFound);
+	ptrdiff_t iPos;
+	while ((iPos = findSeparator(sArgument, iRightPosition)) >= 0) {
 		// The component is empty, or the separator shares a colon with the one to its right.
 		if (iRightPosition - iPos < 2) {
 			return ReferenceError::TOO_MANY_COLONS;
 		}
 		std::string_view sIndex = sArgument.substr(iPos + 2, iRightPosition - iPos - 1);
-		if (sIndex == "*" || sIndex == "[*]") {
+		if (isMarker(sIndex)) {
 			if (bAsterisk) {
 				return ReferenceError::TOO_MANY_STARS;
 			}
@@ -82,7 +99,7 @@ ReferenceError parseReference(std::string_view sArgument, Arena& oArena, Referen
 	}
 
 	std::string_view sIndex = sArgument.substr(0, iRightPosition + 1);
-	if (sIndex == "*" || sIndex == ".*" || sIndex == "[*]") {
+	if (isMarker(sIndex) || sIndex == ".*") {
 		if (bAsterisk) {
 			return ReferenceError::TOO_MANY_STARS_LEFTMOST;
 		}

@@ -1,35 +1,60 @@
 #include "template.h"
 
 #include "error.h"
+#include "white_space.h"
 
 #include <algorithm>
-#include <cctype>
+#include <span>
 
 namespace {
+
+// A text in string mode is mostly literal; this much room is made for it at once.
+constexpr size_t LONGEST_RESERVED_TEXT = 64 * 1024;
 
 struct TOKEN {
 	std::string_view name;
 	Block::BLOCK_TYPE type;
 };
 
-// None is a prefix of another, so at most one of them matches.
+// Grouped by their first characters. None is a prefix of another, so at most one of them matches.
 constexpr TOKEN KEYWORDS[] = {
-	{"include", Block::INCLUDE},
-	{"optional", Block::_OPTIONAL},
 	{"!optional", Block::NOPTIONAL},
 	{"/optional", Block::OPTIONAL_CLOSE},
-	{"dynamic", Block::DYNAMIC},
-	{"rdynamic", Block::RDYNAMIC},
 	{"/dynamic", Block::DYNAMIC_CLOSE},
 	{"/rdynamic", Block::RDYNAMIC_CLOSE},
 	{"addslashes", Block::ADDSLASHES},
+	{"dynamic", Block::DYNAMIC},
 	{"htmlentities", Block::HTMLENTITIES},
 	{"htmlspecialchars", Block::HTMLSPECIALCHARS},
+	{"include", Block::INCLUDE},
+	{"optional", Block::_OPTIONAL},
+	{"rdynamic", Block::RDYNAMIC},
 	{"rawurlencode", Block::RAWURLENCODE},
 };
 
-bool isSpace(char ch) {
-	return isspace(static_cast<signed char>(ch)) != 0;
+/// The keywords that begin like a tag's text.
+std::span<const TOKEN> keywordsLike(std::string_view sBuffer) {
+	std::span<const TOKEN> listAll(KEYWORDS);
+	switch (sBuffer.empty() ? '\0' : sBuffer.front()) {
+		case '!':
+			return listAll.subspan(0, 1);
+		case '/':
+			return listAll.subspan(1, 3);
+		case 'a':
+			return listAll.subspan(4, 1);
+		case 'd':
+			return listAll.subspan(5, 1);
+		case 'h':
+			return listAll.subspan(6, 2);
+		case 'i':
+			return listAll.subspan(8, 1);
+		case 'o':
+			return listAll.subspan(9, 1);
+		case 'r':
+			return listAll.subspan(10, 2);
+		default:
+			return {};
+	}
 }
 
 } // namespace
@@ -44,6 +69,7 @@ Template::~Template() {
 bool Template::open(bool string_mode) {
 	if (string_mode) {
 		input.openText(sFileName);
+		call.sTexts.reserve(std::min(sFileName.size(), LONGEST_RESERVED_TEXT));
 		return true;
 	}
 	return input.openFile(sFileName.data(), call.takeFileBuffer());
@@ -116,7 +142,7 @@ bool Template::analyzeTag(BlockList& subBlockList, Block::BLOCK_TYPE eClosingTag
 
 /// Tells the kind of a tag. `sArgument` receives its argument, a part of `sBuffer`.
 Block::BLOCK_TYPE Template::matchInput(std::string_view sBuffer, std::string_view& sArgument) {
-	for (const TOKEN& oToken : KEYWORDS) {
+	for (const TOKEN& oToken : keywordsLike(sBuffer)) {
 		if (sBuffer.starts_with(oToken.name)) {
 			sArgument = trim(sBuffer.substr(oToken.name.size()));
 			return oToken.type;

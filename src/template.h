@@ -39,9 +39,10 @@ private:
 
 	/// The argument of a variable tag.
 	struct VariableTag {
-		std::string_view sReferences; ///< the alternatives, separated by white space
-		bool bText = false;           ///< whether there is a fallback text
-		std::string_view sText;       ///< the fallback text
+		std::string_view sFirst; ///< the first reference; empty when there is none
+		std::string_view sRest;  ///< the other ones, separated by white space
+		bool bText = false;      ///< whether there is a fallback text
+		std::string_view sText;  ///< the fallback text
 	};
 
 	// Analysis: the driver.

@@ -5,16 +5,11 @@
 #include "escape.h"
 #include "number_text.h"
 #include "value_text.h"
-
-#include <cctype>
+#include "white_space.h"
 
 // Variable references, variable tags and escaping tags: their analysis and their output.
 
 namespace {
-
-bool isSpace(char ch) {
-	return isspace(static_cast<signed char>(ch)) != 0;
-}
 
 /// Takes the first reference off a list of references; empty when there is none left.
 std::string_view takeReference(std::string_view& sReferences) {
@@ -80,16 +75,24 @@ Reference Template::parseArgument(std::string_view sArgument) {
 /// Parses a reference. One that depends on no dynamic block is looked up at once: its type is then IMMEDIATE, with the
 /// value in `phpVariable`, or NONE, and its indexes are gone.
 Reference Template::analyzeVariable(std::string_view sArgument, const zval*& phpVariable) {
-	Arena::Mark oMark = call.oArena.mark();
-	Reference oReference = parseArgument(sArgument);
-	if (oReference.eType == IMMEDIATE) {
-		if (const zval* phpFound = findVariable(oReference.listIndexes.first(), nullptr)) {
-			phpVariable = phpFound;
-		} else {
-			oReference.eType = NONE;
+	Reference oReference;
+	const zval* phpFound;
+	if (isPlainName(sArgument)) {
+		phpFound = call.php.find(sArgument);
+	} else {
+		Arena::Mark oMark = call.oArena.mark();
+		oReference = parseArgument(sArgument);
+		if (oReference.eType != IMMEDIATE) {
+			return oReference;
 		}
+		phpFound = findVariable(oReference.listIndexes.first(), nullptr);
 		oReference.listIndexes = {};
 		call.oArena.rewind(oMark);
+	}
+	if (phpFound) {
+		phpVariable = phpFound;
+	} else {
+		oReference.eType = NONE;
 	}
 	return oReference;
 }
@@ -125,12 +128,15 @@ DynamicReference Template::resolveNamespace(const Reference& oReference) const {
 
 // --- Analysis of tags -----------------------------------------------------------------------------------------------
 
-/// Splits the argument of a variable tag into its references and its fallback text.
+/// Splits the argument of a variable tag, which has no white space around it.
 void Template::splitVariableTag(std::string_view sArgument, VariableTag& oTag) const {
 	bool bString = false;
-	for (size_t iPos = 0; iPos < sArgument.size(); ++iPos) {
+	size_t iFirstEnd = 0;
+	size_t iPos = 0;
+	for (; iPos < sArgument.size(); ++iPos) {
 		char ch = sArgument[iPos];
 		if (isSpace(ch)) {
+			iFirstEnd = iFirstEnd ? iFirstEnd : iPos;
 			bString = false;
 		} else if (ch != '\'') {
 			bString = true;
@@ -143,18 +149,19 @@ void Template::splitVariableTag(std::string_view sArgument, VariableTag& oTag) c
 			}
 			oTag.bText = true;
 			oTag.sText = sArgument.substr(iPos + 1, iLast - iPos - 1);
-			oTag.sReferences = sArgument.substr(0, iPos);
-			return;
+			break;
 		}
 	}
-	oTag.sReferences = sArgument;
+	iFirstEnd = iFirstEnd ? iFirstEnd : iPos;
+	oTag.sFirst = sArgument.substr(0, iFirstEnd);
+	oTag.sRest = sArgument.substr(iFirstEnd, iPos - iFirstEnd);
 }
 
 void Template::analyzeVariableBlock(BlockList& subBlockList, std::string_view sArgument) {
 	VariableTag oTag;
 	splitVariableTag(sArgument, oTag);
-	std::string_view sRest = oTag.sReferences;
-	for (std::string_view sReference = takeReference(sRest); !sReference.empty(); sReference = takeReference(sRest)) {
+	std::string_view sRest = oTag.sRest;
+	for (std::string_view sReference = oTag.sFirst; !sReference.empty(); sReference = takeReference(sRest)) {
 		const zval* phpVariable = nullptr;
 		Reference oReference = analyzeVariable(sReference, phpVariable);
 		if (oReference.eType == IMMEDIATE) {
