@@ -49,12 +49,12 @@ install_packages() {
     } >"$builds/apt.log" 2>&1 || die "apt-get could not install $*; the reason is in $builds/apt.log"
 }
 
-# Sees to it that the machine has PHP with what a build needs, and the given commands.
+# Sees to it that the machine has what a build needs, and the commands that are given besides.
 # A command is installed from the package of its name.
 need_tools() {
     local missing=() command
     find_php || missing+=(php8.2-cli php8.2-dev php8.2-sqlite3)
-    for command; do
+    for command in g++ make "$@"; do
         type -P "$command" >/dev/null || missing+=("$command")
     done
     [[ ${#missing[@]} -eq 0 ]] || install_packages "${missing[@]}"
