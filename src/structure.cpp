@@ -6,7 +6,7 @@
 #include <cstring>
 #include <optional>
 
-// Structured blocks: includes, optional and dynamic sections, their analysis and their rendering.
+// Structured blocks: the analysis of includes, optional and dynamic sections.
 
 // --- Include --------------------------------------------------------------------------------------------------------
 
@@ -141,18 +141,6 @@ bool Template::checkIfOptionalIsVisible(const zval* phpVariable, const ComparedV
 	return bTrue;
 }
 
-void Template::_getResultOptional(const OptionalBlock& oBlock, TextBuffer& sOutput) {
-	const DynamicReference& oReference = oBlock.oReference;
-	if (!oReference.oDynamicBlock) {
-		return;
-	}
-	bool bVisible = oReference.bKey ? oBlock.oValue.equalsKey(oReference.oDynamicBlock->phpKey)
-									: checkIfOptionalIsVisible(findDynamicValue(oReference), oBlock.oValue);
-	if (bVisible != (oBlock.getType() == Block::NOPTIONAL)) {
-		_getResult(oBlock.listSubBlocks, sOutput);
-	}
-}
-
 // --- Dynamic --------------------------------------------------------------------------------------------------------
 
 void Template::analyzeDynamicBlock(BlockList& subBlockList, std::string_view sArgument, bool bReverse) {
@@ -218,41 +206,4 @@ DynamicBlock* Template::makeDynamicBlock(std::string_view sArgument, bool bRever
 		fail({"Dynamic block bad parameter '", sArgument, "': no parameter found"});
 	}
 	return nullptr;
-}
-
-/// Finds the data of a block in the element of an enclosing block; null when there is none to walk.
-const zval* Template::findDynamicData(const DynamicBlock& oBlock) const {
-	const zval* phpVariable = findDynamicValue(oBlock.oReference);
-	if (!phpVariable || Z_TYPE_P(phpVariable) != IS_ARRAY) {
-		return nullptr;
-	}
-	const zval* phpNumVariable = zend_hash_str_find(Z_ARRVAL_P(phpVariable), ZEND_STRL("num"));
-	return phpNumVariable ? phpNumVariable : phpVariable;
-}
-
-void Template::_getResultDynamic(DynamicBlock& oBlock, TextBuffer& sOutput) {
-	const zval* phpData = oBlock.phpVariable ? oBlock.phpVariable : findDynamicData(oBlock);
-	HashTable* oTable = phpData ? call.beginLoop(oBlock, phpData) : nullptr;
-	if (!oTable) {
-		return;
-	}
-	bool bReverse = oBlock.getType() == Block::RDYNAMIC;
-	for (uint32_t nStep = 0; nStep < oTable->nNumUsed; ++nStep) {
-		uint32_t nSlot = bReverse ? oTable->nNumUsed - 1 - nStep : nStep;
-		const zval* phpSlot;
-		if (HT_IS_PACKED(oTable)) {
-			phpSlot = oTable->arPacked + nSlot;
-			oBlock.phpKey = {nullptr, nSlot};
-		} else {
-			const Bucket& oBucket = oTable->arData[nSlot];
-			phpSlot = &oBucket.val;
-			oBlock.phpKey = {oBucket.key, oBucket.h};
-		}
-		oBlock.phpValue = PHPInterface::slotValue(phpSlot);
-		if (oBlock.phpValue) {
-			_getResult(oBlock.listSubBlocks, sOutput);
-		}
-	}
-	call.endLoop();
-	throwIfExceptionIsPending();
 }

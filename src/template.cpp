@@ -190,51 +190,6 @@ void Template::analyzeHiddenBody(Block::BLOCK_TYPE eClosingTag) {
 	call.nPendingText = nPendingText;
 }
 
-zend_string* Template::getResult() {
-	Block* oFirst = listBlocks.first();
-	if (!oFirst || (oFirst == listBlocks.last() && oFirst->getType() == Block::TEXT)) {
-		// Nothing was left for rendering: the text that analysis gathered is the result.
-		return call.sTexts.take();
-	}
-	call.sTexts.reserve(TextBuffer::PADDING);
-	_getResult(listBlocks, call.sOutput);
-	return call.sOutput.take();
-}
-
-void Template::_getResult(const BlockList& subBlockList, TextBuffer& sOutput) {
-	checkLimits();
-	const char* pTexts = call.sTexts.data();
-	for (Block* oBlock = subBlockList.first(); oBlock; oBlock = oBlock->oNext) {
-		sOutput.appendPadded(pTexts + oBlock->oText.nStart, oBlock->oText.nLength);
-		switch (oBlock->getType()) {
-			case Block::VARIABLE:
-				_getResultVariable(static_cast<const MultiVariableBlock&>(*oBlock), sOutput);
-				break;
-			case Block::ADDSLASHES:
-			case Block::HTMLENTITIES:
-			case Block::HTMLSPECIALCHARS:
-			case Block::RAWURLENCODE:
-				_getResultEscaped(static_cast<const VariableBlock&>(*oBlock), sOutput);
-				break;
-			case Block::_OPTIONAL:
-			case Block::NOPTIONAL:
-				_getResultOptional(static_cast<const OptionalBlock&>(*oBlock), sOutput);
-				break;
-			case Block::DYNAMIC:
-			case Block::RDYNAMIC:
-				_getResultDynamic(static_cast<DynamicBlock&>(*oBlock), sOutput);
-				break;
-			case Block::UNKNOWN:
-			case Block::TEXT:
-			case Block::INCLUDE:
-			case Block::OPTIONAL_CLOSE:
-			case Block::DYNAMIC_CLOSE:
-			case Block::RDYNAMIC_CLOSE:
-				break;
-		}
-	}
-}
-
 void Template::fail(std::initializer_list<std::string_view> listParts) const {
 	size_t nLength = sizeof(" in ") - 1 + sFileName.size();
 	for (std::string_view sPart : listParts) {

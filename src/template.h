@@ -80,9 +80,13 @@ private:
 	void _getResultEscaped(const VariableBlock& oBlock, TextBuffer& sOutput);
 	void _getResultOptional(const OptionalBlock& oBlock, TextBuffer& sOutput);
 	void _getResultDynamic(DynamicBlock& oBlock, TextBuffer& sOutput);
-	const zval* findDynamicData(const DynamicBlock& oBlock) const;
 	const zval* findDynamicValue(const DynamicReference& oReference) const;
+	const zval* findDynamicData(const DynamicBlock& oBlock) const;
 	bool printDynamic(const DynamicReference& oReference, TextBuffer& sOutput) const;
+	void printAlternative(const MultiVariableBlock& oBlock, TextBuffer& sOutput) const;
+
+	/// Writes a variable tag back between its braces.
+	static void echoTag(TextBuffer& sOutput, std::string_view sArgument);
 
 	/// Throws the message made of `listParts`, " in " and this template's name.
 	[[noreturn]] void fail(std::initializer_list<std::string_view> listParts) const;

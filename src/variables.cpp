@@ -1,13 +1,11 @@
 #include "template.h"
 
-#include "byte_scan.h"
 #include "error.h"
 #include "escape.h"
-#include "number_text.h"
 #include "value_text.h"
 #include "white_space.h"
 
-// Variable references, variable tags and escaping tags: their analysis and their output.
+// Variable references, variable tags and escaping tags: their analysis.
 
 namespace {
 
@@ -24,20 +22,6 @@ std::string_view takeReference(std::string_view& sReferences) {
 	std::string_view sReference = sReferences.substr(iBegin, iEnd - iBegin);
 	sReferences.remove_prefix(iEnd);
 	return sReference;
-}
-
-void appendKey(TextBuffer& sOutput, const ElementKey& oKey) {
-	if (oKey.sKey) {
-		sOutput.append(byte_scan::upToNul(oKey.sKey));
-	} else {
-		appendInteger(sOutput, static_cast<zend_long>(oKey.nIndex));
-	}
-}
-
-void echoTag(TextBuffer& sOutput, std::string_view sArgument) {
-	sOutput.append('{');
-	sOutput.append(sArgument);
-	sOutput.append('}');
 }
 
 } // namespace
@@ -223,104 +207,8 @@ void Template::analyzeEscapingBlock(BlockList& subBlockList, std::string_view sA
 	}
 }
 
-// --- Rendering ------------------------------------------------------------------------------------------------------
-
-/// Finds a value in the element that a dynamic block is rendering; null when there is none.
-const zval* Template::findDynamicValue(const DynamicReference& oReference) const {
-	const DynamicBlock* oBlock = oReference.oDynamicBlock;
-	if (!oBlock) {
-		return nullptr;
-	}
-	const Index* oIndex = oReference.listIndexes;
-	if (EXPECTED(oIndex && oIndex->sKey && !oIndex->oNext)) {
-		return call.php.hashFind(*oIndex, oBlock->phpValue);
-	}
-	return findVariable(oIndex, oBlock->phpValue);
-}
-
-/// Prints what a reference finds in a dynamic block. Returns false when it finds nothing.
-bool Template::printDynamic(const DynamicReference& oReference, TextBuffer& sOutput) const {
-	if (oReference.bKey) {
-		if (oReference.oDynamicBlock) {
-			appendKey(sOutput, oReference.oDynamicBlock->phpKey);
-		}
-		return oReference.oDynamicBlock;
-	}
-	const zval* phpVariable = findDynamicValue(oReference);
-	if (phpVariable) {
-		appendValue(sOutput, phpVariable);
-	}
-	return phpVariable;
-}
-
-void Template::_getResultVariable(const MultiVariableBlock& oBlock, TextBuffer& sOutput) {
-	if (printDynamic(oBlock.oReference, sOutput)) {
-		return;
-	}
-	for (const Alternative* oTried = oBlock.listVariables.first(); oTried; oTried = oTried->oNext) {
-		switch (oTried->eKind) {
-			case Alternative::DYNAMIC_VALUE:
-				if (printDynamic(oTried->oReference, sOutput)) {
-					return;
-				}
-				break;
-			case Alternative::FOUND:
-				appendValue(sOutput, oTried->phpVariable);
-				return;
-			case Alternative::MALFORMED:
-				failReference(oTried->eError, oTried->sReference);
-		}
-	}
-	if (oBlock.bText) {
-		sOutput.append(oBlock.sText);
-	} else {
-		echoTag(sOutput, oBlock.sVariables);
-	}
-}
-
-void Template::_getResultEscaped(const VariableBlock& oBlock, TextBuffer& sOutput) {
-	const DynamicReference& oReference = oBlock.oReference;
-	if (oReference.bKey) {
-		if (oReference.oDynamicBlock) {
-			const ElementKey& oKey = oReference.oDynamicBlock->phpKey;
-			if (oKey.sKey) {
-				appendEscaped(sOutput, oBlock.getType(), oKey.sKey, EscapeTime::RENDER);
-			} else {
-				appendKey(sOutput, oKey);
-			}
-		}
-		return;
-	}
-	const zval* phpVariable = findDynamicValue(oReference);
-	if (!phpVariable) {
-		return;
-	}
-	switch (Z_TYPE_P(phpVariable)) {
-		case IS_STRING:
-			appendEscaped(sOutput, oBlock.getType(), Z_STR_P(phpVariable), EscapeTime::RENDER);
-			return;
-		case IS_NULL:
-		case IS_FALSE:
-		case IS_TRUE:
-		case IS_LONG:
-			// No escaping changes a digit or a minus sign.
-			appendValue(sOutput, phpVariable);
-			return;
-		case IS_DOUBLE:
-			// Only the plus sign of an exponent is ever escaped.
-			if (oBlock.getType() != Block::RAWURLENCODE) {
-				appendValue(sOutput, phpVariable);
-				return;
-			}
-			break;
-		default:
-			break;
-	}
-	{
-		ValueText oText(phpVariable);
-		if (!EG(exception)) {
-			appendEscaped(sOutput, oBlock.getType(), oText.string(), EscapeTime::RENDER);
-		}
-	}
-	throwIfExceptionIsPending();
+void Template::echoTag(TextBuffer& sOutput, std::string_view sArgument) {
+	sOutput.append('{');
+	sOutput.append(sArgument);
+	sOutput.append('}');
 }
