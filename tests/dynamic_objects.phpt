@@ -1,0 +1,75 @@
+--TEST--
+Objects under "num": the property table, its order and keys
+--EXTENSIONS--
+template
+--FILE--
+<?php
+require __DIR__ . '/table.inc';
+
+class Base
+{
+    private $hidden = 'base';
+    public $first = 'F';
+}
+
+#[AllowDynamicProperties]
+class Item extends Base
+{
+    public static $static = 'static';
+    public $a = 'A';
+    protected $b = 'B';
+    private $c = 'C';
+    public int $never;
+    public $gone = 'G';
+    public $last = null;
+}
+
+#[AllowDynamicProperties]
+class Typed
+{
+    public int $x;
+    public string $y;
+}
+
+$text = 'linked';
+$item = new Item();
+$item->dynamic = 'D';
+$item->{'7'} = 'seven';
+unset($item->gone);
+$item->a = &$text;
+$bare = new Typed();
+$late = new Typed();
+$late->y = 'Y';
+$late->z = ['k' => 'K'];
+$numbers = (object) ['x', 'y', 'n' => 'z'];
+$emptied = (object) ['a' => 1];
+unset($emptied->a);
+
+$loop = '{dynamic g}{dynamic n,*::r}[{[*]}={*}]{/dynamic}{/dynamic}';
+$back = '{dynamic g}{rdynamic *::r}[{[*]}={*}]{/rdynamic}{/dynamic}';
+$in = fn(object $object): array => ['g' => [['r' => ['num' => $object, 'x' => 'unseen']]]];
+$array = 'Array to string conversion';
+
+table([
+    ['all kinds of properties', $loop, $in($item), '[=base][first=F][a=linked][=B][=C][last=][dynamic=D][7=seven]'],
+    ['in reverse', $back, $in($item), '[7=seven][dynamic=D][last=][=C][=B][a=linked][first=F][=base]'],
+    ['only uninitialised', $loop . $back, $in($bare), ''],
+    ['uninitialised first', $loop, $in($late), noted('[y=Y][z=Array]', $array)],
+    ['uninitialised first, in reverse', $back, $in($late), noted('[z=Array][y=Y]', $array)],
+    ['numbered properties', $loop, $in($numbers), '[0=x][1=y][n=z]'],
+    ['no properties', $loop, $in(new stdClass()), ''],
+    ['none left', $loop . $back, $in($emptied), ''],
+    ['integer keys of a container', $loop, $in(SplFixedArray::fromArray(['p', 'q'])), '[0=p][1=q]'],
+    ['what a container holds is no property', $loop, $in(new ArrayObject(['p'])), ''],
+    ['closure', $loop, $in(fn() => 1), ''],
+    ['compared keys', '{dynamic g}{dynamic n,*::r}{optional [*] 7}{*}{/optional}{optional n::[*] first}{*}{/optional}{/dynamic}{/dynamic}', $in($item),
+        'Fseven'],
+    ['a key with zero bytes is still found', "{dynamic g}{dynamic *::r}{[*] 'none'}{/dynamic}{/dynamic}", $in($item), 'firstalastdynamic7'],
+    ['element of a property', '{dynamic g}{dynamic n,*::r}{n::*::k \'-\'}{dynamic *}{*}{/dynamic}{/dynamic}{/dynamic}', $in($late), '-KK'],
+    ['one object twice', '{dynamic g}{dynamic *::r}{*}{/dynamic}{dynamic *::s}{*}{/dynamic}{/dynamic}',
+        ['g' => [['r' => ['num' => $numbers], 's' => ['num' => $numbers]]]], 'xyzxyz'],
+    ['an object as an element is no table', '{dynamic l}<{dynamic *}x{/dynamic}{dynamic *::r}x{/dynamic}>{/dynamic}', ['l' => [$item, ['r' => $item]]], '<><x>'],
+]);
+?>
+--EXPECT--
+16 rows

@@ -1,0 +1,52 @@
+--TEST--
+Lookup: which components are integer keys, what a path walks through, what counts as found
+--EXTENSIONS--
+template
+--FILE--
+<?php
+require __DIR__ . '/table.inc';
+
+$strings = ['007', '+7', ' 7', '0x1F', '7.0', '-0', '9223372036854775808', '-9223372036854775809', '18446744073709551615',
+    '18446744073709551616', '010', '1e3', '--5', '-', '1_000', '٣'];
+$integers = [7, -5, 0, -1, 31, 9223372036854775807, -9223372036854775807 - 1];
+$rows = [];
+foreach ([...$strings, ...$integers] as $key) {
+    $data = ['k' => [$key => 'found', 'x' => [$key => ['y' => 'deep']]]];
+    $rows[] = ["key $key", "{addslashes k::$key}-{addslashes k::x::$key::y}", $data, 'found-deep'];
+    $rows[] = ["element $key", "{dynamic k}{addslashes *::$key}{/dynamic}", ['k' => [[$key => 'found']]], 'found'];
+}
+table($rows);
+
+$x = 'x';
+$array = ['b' => 'inside'];
+$d = [
+    7 => 'seven', -5 => 'minus', '00' => 'zeros', '0x7' => 'hex', 'A' => 'upper', 'user.name' => 'dots', 'user-name' => 'dash',
+    'num' => 'n', 'visible' => 'v', 'a' => ['b' => 'ab', 'f' => false, 'n' => null], 'k' => [['' => 'inner', 'b' => 1], &$x],
+    'text' => 'text', 'int' => 5, 'null' => null, 'object' => (object) ['p' => 'property', '0' => 'zero'],
+    'fixed' => SplFixedArray::fromArray(['first']), 'reference' => &$array, 'k::b' => 'never',
+];
+$deep = ['x' => str_repeat('x::', 300) . 'x', 'data' => 'end'];
+for ($i = 0; $i <= 300; $i++) {
+    $deep['data'] = ['x' => $deep['data']];
+}
+
+$rows = [];
+foreach (['7', '-5', '7::x', 'B', 'a::B', 'a::b::c', 'a::f::x', 'a::n::x', 'text::0', 'text::x', 'int::0', 'null::0', 'k::b', 'k::00',
+    'object::p', 'object::0', 'fixed::0', 'reference::b', 'k::2'] as $path) {
+    $rows[] = ["not found: $path", "{{$path}}", $d, "{{$path}}"];
+}
+table([
+    ...$rows,
+    ['string keys at the top', '{00}{0x7}{A}{user.name}{user-name}{num}{visible}', $d, 'zeroshexupperdotsdashnv'],
+    ['found is found, whatever it holds', "{a::f 'x'}{a::n 'x'}{null 'x'}", $d, ''],
+    ['integer keys below the top', '{k::0::b}{k::1}', $d, '1x'],
+    ['integer key in an object under iteration', "{dynamic l}{*::0 'none'}{*::1 'none'}{*::x 'none'}{/dynamic}",
+        ['l' => [SplFixedArray::fromArray(['a'])]], 'anonenone'],
+    ['text key in an object under iteration', "{dynamic l}{*::p 'none'}{*::0 'none'}{/dynamic}", ['l' => [$d['object']]], 'nonenone'],
+    ['integer key in what is no table', "{dynamic l}{*::0 '-'}{*::0::1 '-'}{/dynamic}", ['l' => ['text', 5, null, 1.5, STDIN]], '----------'],
+    ['a long path', "{{$deep['x']}}", $deep['data'], 'end'],
+]);
+?>
+--EXPECT--
+46 rows
+26 rows
