@@ -7,10 +7,12 @@ template
 require __DIR__ . '/docs.inc';
 
 $version = phpversion('template');
-foreach (['CHANGELOG.md' => '/^## \[?(\d[^\] ]*)/m', 'debian/changelog' => '/^php-template \((.*)-\d+\) /'] as $file => $place) {
+foreach (['CHANGELOG.md' => '/^## \[?(\d[^\]\s]*)/m', 'debian/changelog' => '/^php-template \((.*)-\d+\) /'] as $file => $place) {
     if (!preg_match($place, file_get_contents(manual() . "/$file"), $found) || $found[1] !== $version) {
         printf("%s has version %s, the module %s\n", $file, $found[1] ?? 'unknown', $version);
     }
 }
+echo "done\n";
 ?>
 --EXPECT--
+done
