@@ -1,5 +1,6 @@
 #pragma once
 
+#include "compared_value.h"
 #include "my_list.h"
 #include "reference.h"
 
@@ -123,33 +124,6 @@ public:
 
 protected:
 	SubBlock(BLOCK_TYPE _type, const DynamicReference& _oReference) : Block(_type), oReference(_oReference) {}
-};
-
-/// The key of an array element.
-struct ElementKey {
-	const zend_string* sKey = nullptr; ///< null for an integer key
-	zend_ulong nIndex = 0;
-};
-
-/// The value that an optional tag compares with.
-class ComparedValue {
-public:
-	/// A zero byte has to follow `_sValue`; both have to outlive this object.
-	explicit ComparedValue(std::string_view _sValue);
-
-	bool empty() const { return sValue.empty(); }
-	/// Compares the text as written, quotes included.
-	bool equalsKey(const ElementKey& oKey) const;
-	/// Compares the text without its quotes with a value that is a string, an integer or a boolean.
-	bool equalsValue(const zval* phpVariable) const;
-
-private:
-	bool equalsString(const zend_string* sText) const;
-
-	std::string_view sValue;
-	std::string_view sStripped;
-	zend_long nNumber;
-	bool bNul; ///< whether there is a zero byte in sStripped, so that it equals no string
 };
 
 /// A section that is shown or hidden by the element or key of a dynamic block. (What other values decide is decided

@@ -19,20 +19,9 @@ void appendKey(TextBuffer& sOutput, const ElementKey& oKey) {
 	}
 }
 
-void appendEscapedKey(TextBuffer& sOutput, Block::BLOCK_TYPE eType, const ElementKey& oKey) {
-	if (oKey.sKey) {
-		appendEscaped(sOutput, eType, oKey.sKey, EscapeTime::RENDER);
-	} else {
-		// No escaping changes a digit or a minus sign.
-		appendKey(sOutput, oKey);
-	}
-}
-
+/// Appends a value that is no string.
 void appendEscapedValue(TextBuffer& sOutput, Block::BLOCK_TYPE eType, const zval* phpVariable) {
 	switch (Z_TYPE_P(phpVariable)) {
-		case IS_STRING:
-			appendEscaped(sOutput, eType, Z_STR_P(phpVariable), EscapeTime::RENDER);
-			return;
 		case IS_NULL:
 		case IS_FALSE:
 		case IS_TRUE:
@@ -66,36 +55,40 @@ zend_string* Template::getResult() {
 		// Nothing was left for rendering: the text that analysis gathered is the result.
 		return call.sTexts.take();
 	}
-	call.sTexts.reserve(TextBuffer::PADDING);
+	call.sTexts.reserve(TextBuffer::PADDING); // the texts in front of blocks are taken to be padded
 	_getResult(listBlocks, call.sOutput);
 	return call.sOutput.take();
 }
 
 void Template::_getResult(const BlockList& subBlockList, TextBuffer& sOutput) {
 	checkLimits();
-	const char* pTexts = call.sTexts.data();
+	const char* pTexts = call.sTexts.view().data();
 	for (Block* oBlock = subBlockList.first(); oBlock; oBlock = oBlock->oNext) {
-		sOutput.appendPadded(pTexts + oBlock->oText.nStart, oBlock->oText.nLength);
+		std::string_view sBefore(pTexts + oBlock->oText.nStart, oBlock->oText.nLength);
 		switch (oBlock->getType()) {
 			case Block::VARIABLE:
-				_getResultVariable(static_cast<const MultiVariableBlock&>(*oBlock), sOutput);
+				_getResultVariable(static_cast<const MultiVariableBlock&>(*oBlock), sBefore, sOutput);
 				break;
 			case Block::ADDSLASHES:
 			case Block::HTMLENTITIES:
 			case Block::HTMLSPECIALCHARS:
 			case Block::RAWURLENCODE:
-				_getResultEscaped(static_cast<const VariableBlock&>(*oBlock), sOutput);
+				_getResultEscaped(static_cast<const VariableBlock&>(*oBlock), sBefore, sOutput);
 				break;
 			case Block::_OPTIONAL:
 			case Block::NOPTIONAL:
+				sOutput.appendPadded(sBefore);
 				_getResultOptional(static_cast<const OptionalBlock&>(*oBlock), sOutput);
 				break;
 			case Block::DYNAMIC:
 			case Block::RDYNAMIC:
+				sOutput.appendPadded(sBefore);
 				_getResultDynamic(static_cast<DynamicBlock&>(*oBlock), sOutput);
 				break;
-			case Block::UNKNOWN:
 			case Block::TEXT:
+				sOutput.appendPadded(sBefore);
+				break;
+			case Block::UNKNOWN:
 			case Block::INCLUDE:
 			case Block::OPTIONAL_CLOSE:
 			case Block::DYNAMIC_CLOSE:
@@ -118,24 +111,55 @@ inline const zval* Template::findDynamicValue(const DynamicReference& oReference
 	return findVariable(oIndex, oBlock->phpValue);
 }
 
-/// Prints what a reference finds in a dynamic block. Returns false when it finds nothing.
-inline bool Template::printDynamic(const DynamicReference& oReference, TextBuffer& sOutput) const {
+/// The string that a reference finds as a key or as a value; null when it is none, or nothing is found.
+/// `phpVariable` receives the value.
+inline const zend_string* Template::findString(const DynamicReference& oReference, const zval*& phpVariable) const {
 	if (oReference.bKey) {
-		if (oReference.oDynamicBlock) {
-			appendKey(sOutput, oReference.oDynamicBlock->phpKey);
-		}
-		return oReference.oDynamicBlock;
+		return oReference.oDynamicBlock ? oReference.oDynamicBlock->phpKey.sKey : nullptr;
 	}
-	const zval* phpVariable = findDynamicValue(oReference);
-	if (phpVariable) {
-		appendValue(sOutput, phpVariable);
-	}
-	return phpVariable;
+	phpVariable = findDynamicValue(oReference);
+	return phpVariable && Z_TYPE_P(phpVariable) == IS_STRING ? Z_STR_P(phpVariable) : nullptr;
 }
 
-inline void Template::_getResultVariable(const MultiVariableBlock& oBlock, TextBuffer& sOutput) {
-	if (!printDynamic(oBlock.oReference, sOutput)) {
+// Strings are what nearly every tag prints. They are appended together with the text in front of the tag.
+
+inline void Template::_getResultVariable(const MultiVariableBlock& oBlock, std::string_view sBefore,
+										 TextBuffer& sOutput) {
+	const DynamicReference& oReference = oBlock.oReference;
+	const zval* phpVariable = nullptr;
+	if (const zend_string* sFound = findString(oReference, phpVariable)) {
+		sOutput.appendPadded(sBefore, byte_scan::upToNul(sFound));
+		return;
+	}
+	sOutput.appendPadded(sBefore);
+	if (phpVariable) {
+		appendValue(sOutput, phpVariable);
+	} else if (oReference.bKey && oReference.oDynamicBlock) {
+		appendInteger(sOutput, static_cast<zend_long>(oReference.oDynamicBlock->phpKey.nIndex));
+	} else {
 		printAlternative(oBlock, sOutput);
+	}
+}
+
+/// What finds nothing prints nothing here, not even the tag.
+inline void Template::_getResultEscaped(const VariableBlock& oBlock, std::string_view sBefore, TextBuffer& sOutput) {
+	const DynamicReference& oReference = oBlock.oReference;
+	const zval* phpVariable = nullptr;
+	if (const zend_string* sFound = findString(oReference, phpVariable)) {
+		if (oBlock.getType() == Block::HTMLSPECIALCHARS && !byte_scan::containsHtmlSpecial(sFound)) {
+			sOutput.appendPadded(sBefore, {ZSTR_VAL(sFound), ZSTR_LEN(sFound)});
+			return;
+		}
+		sOutput.appendPadded(sBefore);
+		appendEscaped(sOutput, oBlock.getType(), sFound, EscapeTime::RENDER);
+		return;
+	}
+	sOutput.appendPadded(sBefore);
+	if (phpVariable) {
+		appendEscapedValue(sOutput, oBlock.getType(), phpVariable);
+	} else if (oReference.bKey && oReference.oDynamicBlock) {
+		// No escaping changes a digit or a minus sign.
+		appendInteger(sOutput, static_cast<zend_long>(oReference.oDynamicBlock->phpKey.nIndex));
 	}
 }
 
@@ -144,7 +168,12 @@ void Template::printAlternative(const MultiVariableBlock& oBlock, TextBuffer& sO
 	for (const Alternative* oTried = oBlock.listVariables.first(); oTried; oTried = oTried->oNext) {
 		switch (oTried->eKind) {
 			case Alternative::DYNAMIC_VALUE:
-				if (printDynamic(oTried->oReference, sOutput)) {
+				if (oTried->oReference.bKey && oTried->oReference.oDynamicBlock) {
+					appendKey(sOutput, oTried->oReference.oDynamicBlock->phpKey);
+					return;
+				}
+				if (const zval* phpVariable = findDynamicValue(oTried->oReference)) {
+					appendValue(sOutput, phpVariable);
 					return;
 				}
 				break;
@@ -159,18 +188,6 @@ void Template::printAlternative(const MultiVariableBlock& oBlock, TextBuffer& sO
 		sOutput.append(oBlock.sText);
 	} else {
 		echoTag(sOutput, oBlock.sVariables);
-	}
-}
-
-/// What finds nothing prints nothing here, not even the tag.
-inline void Template::_getResultEscaped(const VariableBlock& oBlock, TextBuffer& sOutput) {
-	const DynamicReference& oReference = oBlock.oReference;
-	if (oReference.bKey) {
-		if (oReference.oDynamicBlock) {
-			appendEscapedKey(sOutput, oBlock.getType(), oReference.oDynamicBlock->phpKey);
-		}
-	} else if (const zval* phpVariable = findDynamicValue(oReference)) {
-		appendEscapedValue(sOutput, oBlock.getType(), phpVariable);
 	}
 }
 

@@ -2,8 +2,6 @@
 
 #include "error.h"
 
-#include <cstdlib>
-#include <cstring>
 #include <optional>
 
 // Structured blocks: the analysis of includes, optional and dynamic sections.
@@ -56,46 +54,6 @@ bool Template::isInIncludeChain(std::string_view sName) const {
 
 // --- Optional -------------------------------------------------------------------------------------------------------
 
-ComparedValue::ComparedValue(std::string_view _sValue) : sValue(_sValue), sStripped(_sValue) {
-	size_t iFirst = sValue.find('\'');
-	size_t iLast = sValue.rfind('\'');
-	if (iFirst < iLast) {
-		sStripped = sValue.substr(iFirst + 1, iLast - iFirst - 1);
-	}
-	// What follows the digits, a quote or the zero byte, ends the number.
-	nNumber = sStripped.empty() ? 0 : strtol(sStripped.data(), nullptr, 10);
-	bNul = sStripped.find('\0') != std::string_view::npos;
-}
-
-/// A string counts up to its first zero byte; behind its last byte there is one anyway.
-bool ComparedValue::equalsString(const zend_string* sText) const {
-	return !bNul && ZSTR_LEN(sText) >= sStripped.size() && ZSTR_VAL(sText)[sStripped.size()] == '\0' &&
-		   memcmp(ZSTR_VAL(sText), sStripped.data(), sStripped.size()) == 0;
-}
-
-bool ComparedValue::equalsKey(const ElementKey& oKey) const {
-	if (oKey.sKey) {
-		return sValue == std::string_view(ZSTR_VAL(oKey.sKey), ZSTR_LEN(oKey.sKey));
-	}
-	zend_ulong nIndex;
-	return isIntegerKey(sValue, nIndex) && nIndex == oKey.nIndex;
-}
-
-bool ComparedValue::equalsValue(const zval* phpVariable) const {
-	switch (Z_TYPE_P(phpVariable)) {
-		case IS_STRING:
-			return equalsString(Z_STR_P(phpVariable));
-		case IS_LONG:
-			return Z_LVAL_P(phpVariable) == nNumber;
-		case IS_FALSE:
-		case IS_TRUE:
-			// The value word and not the type tells here.
-			return (Z_LVAL_P(phpVariable) == 0) == (sStripped == "0");
-		default:
-			return false;
-	}
-}
-
 void Template::analyzeOptionalBlock(BlockList& subBlockList, std::string_view sArgument, bool bNegation) {
 	size_t iBlank = sArgument.find(' ');
 	std::string_view sArgument1 = sArgument.substr(0, iBlank);
@@ -122,23 +80,6 @@ void Template::analyzeOptionalBlock(BlockList& subBlockList, std::string_view sA
 	} else {
 		analyzeHiddenBody(Block::OPTIONAL_CLOSE);
 	}
-}
-
-bool Template::checkIfOptionalIsVisible(const zval* phpVariable, const ComparedValue& oValue) const {
-	if (!phpVariable) {
-		return false;
-	}
-	if (!oValue.empty()) {
-		return oValue.equalsValue(phpVariable);
-	}
-	if (Z_TYPE_P(phpVariable) == IS_ARRAY) {
-		if (const zval* phpVisible = zend_hash_str_find(Z_ARRVAL_P(phpVariable), ZEND_STRL("visible"))) {
-			phpVariable = phpVisible;
-		}
-	}
-	bool bTrue = i_zend_is_true(const_cast<zval*>(phpVariable));
-	throwIfExceptionIsPending();
-	return bTrue;
 }
 
 // --- Dynamic --------------------------------------------------------------------------------------------------------

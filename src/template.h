@@ -72,17 +72,16 @@ private:
 	void analyzeDynamicBlock(BlockList& subBlockList, std::string_view sArgument, bool bReverse);
 	DynamicBlock* makeDynamicBlock(std::string_view sArgument, bool bReverse);
 	bool isInIncludeChain(std::string_view sName) const;
-	bool checkIfOptionalIsVisible(const zval* phpVariable, const ComparedValue& oValue) const;
 
 	// Rendering.
 	void _getResult(const BlockList& subBlockList, TextBuffer& sOutput);
-	void _getResultVariable(const MultiVariableBlock& oBlock, TextBuffer& sOutput);
-	void _getResultEscaped(const VariableBlock& oBlock, TextBuffer& sOutput);
+	void _getResultVariable(const MultiVariableBlock& oBlock, std::string_view sBefore, TextBuffer& sOutput);
+	void _getResultEscaped(const VariableBlock& oBlock, std::string_view sBefore, TextBuffer& sOutput);
 	void _getResultOptional(const OptionalBlock& oBlock, TextBuffer& sOutput);
 	void _getResultDynamic(DynamicBlock& oBlock, TextBuffer& sOutput);
 	const zval* findDynamicValue(const DynamicReference& oReference) const;
 	const zval* findDynamicData(const DynamicBlock& oBlock) const;
-	bool printDynamic(const DynamicReference& oReference, TextBuffer& sOutput) const;
+	const zend_string* findString(const DynamicReference& oReference, const zval*& phpVariable) const;
 	void printAlternative(const MultiVariableBlock& oBlock, TextBuffer& sOutput) const;
 
 	/// Writes a variable tag back between its braces.

@@ -8,7 +8,7 @@ extern "C" {
 #include "php.h"
 }
 
-/// Copies the first and the last `nMove` bytes, at once.
+/// Copies the first and the last `nMove` bytes of a text, at once.
 template <size_t nMove>
 inline void copyTwice(char* pTo, const char* pFrom, size_t nLength) {
 	char aFirst[nMove];
@@ -40,71 +40,61 @@ inline void copyText(char* pTo, const char* pFrom, size_t nLength) {
 /// A text that grows in place as the PHP string that it may become, so that it is handed over without a copy.
 class TextBuffer {
 public:
+	/// So many bytes behind a text have to be readable where one is said to be padded.
 	static constexpr size_t PADDING = 32;
 
-	TextBuffer() : sString(nullptr), nSize(0), nCapacity(0) {}
+	TextBuffer() = default;
 	TextBuffer(const TextBuffer&) = delete;
 	TextBuffer& operator=(const TextBuffer&) = delete;
 
-	size_t size() const { return nSize; }
-	bool empty() const { return nSize == 0; }
+	size_t size() const { return pFree - pBegin; }
+	bool empty() const { return pFree == pBegin; }
 
 	/// The text; valid until the next append.
-	std::string_view view() const { return {nSize ? ZSTR_VAL(sString) : "", nSize}; }
-	const char* data() const { return view().data(); }
+	std::string_view view() const { return {pBegin, size()}; }
 
 	void append(std::string_view sText) { append(sText.data(), sText.size()); }
 
 	void append(const char* pText, size_t nLength) {
-		if (nLength == 0) {
-			return;
-		}
-		if (UNEXPECTED(nLength > nCapacity - nSize)) {
-			grow(nLength);
-		}
-		copyText(ZSTR_VAL(sString) + nSize, pText, nLength);
-		nSize += nLength;
+		copyText(reserve(nLength), pText, nLength);
+		pFree += nLength;
 	}
 
-	/// Appends a text behind which at least `PADDING` more bytes may be read.
-	void appendPadded(const char* pText, size_t nLength) {
-		if (UNEXPECTED(nLength + PADDING > nCapacity - nSize)) {
-			grow(nLength + PADDING);
-		}
-		char* pTo = ZSTR_VAL(sString) + nSize;
-		if (nLength <= PADDING) {
-			memcpy(pTo, pText, PADDING);
-		} else {
-			memcpy(pTo, pText, nLength);
-		}
-		nSize += nLength;
+	/// Appends a text that is padded.
+	void appendPadded(std::string_view sText) {
+		reserve(sText.size() + PADDING);
+		writePadded(sText);
+	}
+
+	/// Appends a text that is padded and another one. One after the other costs a fifth of a table's time more.
+	void appendPadded(std::string_view sText, std::string_view sNext) {
+		reserve(sText.size() + PADDING + sNext.size());
+		writePadded(sText);
+		copyText(pFree, sNext.data(), sNext.size());
+		pFree += sNext.size();
 	}
 
 	void append(char ch) {
-		if (nSize == nCapacity) {
-			grow(1);
-		}
-		ZSTR_VAL(sString)[nSize++] = ch;
+		*reserve(1) = ch;
+		++pFree;
 	}
 
 	/// Appends `nCount` times the same byte.
 	void append(size_t nCount, char ch) {
 		memset(reserve(nCount), ch, nCount);
-		nSize += nCount;
+		pFree += nCount;
 	}
 
-	/// Makes room for `nLength` more bytes and returns where they go; `advance` then takes them in.
+	/// Makes room for `nLength` more bytes and returns where they go.
 	char* reserve(size_t nLength) {
-		if (nLength > nCapacity - nSize) {
+		if (UNEXPECTED(nLength > static_cast<size_t>(pEnd - pFree))) {
 			grow(nLength);
 		}
-		return ZSTR_VAL(sString) + nSize;
+		return pFree;
 	}
 
-	void advance(size_t nLength) { nSize += nLength; }
-
 	/// Cuts the text back to its first `nLength` bytes.
-	void truncate(size_t nLength) { nSize = nLength; }
+	void truncate(size_t nLength) { pFree = pBegin + nLength; }
 
 	/// Gives the text away as a PHP string with one reference; the buffer is empty afterwards.
 	zend_string* take();
@@ -113,9 +103,24 @@ public:
 	void release();
 
 private:
+	void writePadded(std::string_view sText) {
+		if (sText.size() <= PADDING) {
+			memcpy(pFree, sText.data(), PADDING);
+		} else {
+			memcpy(pFree, sText.data(), sText.size());
+		}
+		pFree += sText.size();
+	}
+
+	zend_string* string() const { return reinterpret_cast<zend_string*>(pBegin - _ZSTR_HEADER_SIZE); }
+	bool isAllocated() const { return pBegin != aNothing; }
 	void grow(size_t nLength);
 
-	zend_string* sString;
-	size_t nSize;
-	size_t nCapacity;
+	// Stands for the text as long as nothing has been allocated, so that no append has to ask.
+	static inline char aNothing[1] = {};
+
+	// The bytes of a PHP string, the first one that is free, and the end of its room.
+	char* pBegin = aNothing;
+	char* pFree = aNothing;
+	char* pEnd = aNothing;
 };

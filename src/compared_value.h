@@ -1,0 +1,82 @@
+#pragma once
+
+#include "error.h"
+#include "reference.h"
+
+#include <cstring>
+#include <string_view>
+
+extern "C" {
+#include "php.h"
+}
+
+/// The key of an array element.
+struct ElementKey {
+	const zend_string* sKey = nullptr; ///< null for an integer key
+	zend_ulong nIndex = 0;
+};
+
+/// The value that an optional tag compares with; empty when it tests for truth.
+class ComparedValue {
+public:
+	/// A zero byte has to follow `_sValue`, which has to outlive this object.
+	explicit ComparedValue(std::string_view _sValue);
+
+	bool empty() const { return sValue.empty(); }
+
+	/// Compares the text as written, quotes included.
+	bool equalsKey(const ElementKey& oKey) const {
+		if (oKey.sKey) {
+			return sValue == std::string_view(ZSTR_VAL(oKey.sKey), ZSTR_LEN(oKey.sKey));
+		}
+		zend_ulong nIndex;
+		return isIntegerKey(sValue, nIndex) && nIndex == oKey.nIndex;
+	}
+
+	/// Compares the text without its quotes with a string, an integer or a boolean; any other value is not equal.
+	bool equalsValue(const zval* phpVariable) const {
+		switch (Z_TYPE_P(phpVariable)) {
+			case IS_STRING:
+				return equalsString(Z_STR_P(phpVariable));
+			case IS_LONG:
+				return Z_LVAL_P(phpVariable) == nNumber;
+			case IS_FALSE:
+			case IS_TRUE:
+				// The value word and not the type tells here.
+				return (Z_LVAL_P(phpVariable) == 0) == (sStripped == "0");
+			default:
+				return false;
+		}
+	}
+
+private:
+	/// A string counts up to its first zero byte; behind its last byte there is one anyway.
+	bool equalsString(const zend_string* sText) const {
+		return !bNul && ZSTR_LEN(sText) >= sStripped.size() && ZSTR_VAL(sText)[sStripped.size()] == '\0' &&
+			   memcmp(ZSTR_VAL(sText), sStripped.data(), sStripped.size()) == 0;
+	}
+
+	std::string_view sValue;
+	std::string_view sStripped; ///< without the quotes
+	zend_long nNumber;          ///< the number with which it begins, else 0
+	bool bNul;                  ///< whether there is a zero byte in sStripped, so that it equals no string
+};
+
+/// Whether an optional section is shown, negation aside. `phpVariable` is null when the tag's reference finds nothing.
+/// Throws when user code threw.
+inline bool checkIfOptionalIsVisible(const zval* phpVariable, const ComparedValue& oValue) {
+	if (!phpVariable) {
+		return false;
+	}
+	if (!oValue.empty()) {
+		return oValue.equalsValue(phpVariable);
+	}
+	if (Z_TYPE_P(phpVariable) == IS_ARRAY) {
+		if (const zval* phpVisible = zend_hash_str_find(Z_ARRVAL_P(phpVariable), ZEND_STRL("visible"))) {
+			phpVariable = phpVisible;
+		}
+	}
+	bool bTrue = i_zend_is_true(const_cast<zval*>(phpVariable));
+	throwIfExceptionIsPending();
+	return bTrue;
+}
