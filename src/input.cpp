@@ -103,6 +103,16 @@ bool Input::fetchStream() {
 	return true;
 }
 
+/// Makes room for the rest of a file that is longer than one chunk: most of it will be literal text.
+void Input::expectRest(TextBuffer& out_buffer) {
+	bRestExpected = true;
+	php_stream_statbuf oStatus;
+	// Other streams than files may run user code when asked.
+	if (stream->ops == &php_stream_stdio_ops && php_stream_stat(stream, &oStatus) == 0 && oStatus.sb.st_size > 0) {
+		out_buffer.expect(static_cast<size_t>(oStatus.sb.st_size));
+	}
+}
+
 bool Input::fillBufferTillMark(TextBuffer& out_buffer, char mark) {
 	enum { PLAIN, AFTER_OPEN, AFTER_CLOSE } automaton_state = PLAIN;
 	for (;;) {
@@ -122,6 +132,9 @@ bool Input::fillBufferTillMark(TextBuffer& out_buffer, char mark) {
 			out_buffer.append(p, pBrace - p);
 			buffer_start = pBrace - buffer;
 			if (pBrace == pEnd) {
+				if (buffer_end == static_cast<ptrdiff_t>(CHUNK_SIZE) && !bRestExpected && !string_mode) {
+					expectRest(out_buffer);
+				}
 				if (!fetchStream()) {
 					return false;
 				}

@@ -48,9 +48,11 @@ public:
 
 private:
 	bool fetchStream();
+	void expectRest(TextBuffer& out_buffer);
 
 	bool string_mode = true;
 	bool string_end = true;
+	bool bRestExpected = false;
 	php_stream* stream = nullptr;
 	char* file_buffer = nullptr;
 	const char* buffer = nullptr;

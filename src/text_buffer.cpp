@@ -5,18 +5,44 @@
 namespace {
 
 constexpr size_t SMALLEST_CAPACITY = 1024 - _ZSTR_HEADER_SIZE - 1;
+constexpr size_t LARGE = 256 * 1024;
 
 } // namespace
 
 void TextBuffer::grow(size_t nLength) {
-	size_t nSize = size();
 	size_t nCapacity = pEnd - pBegin;
-	size_t nNeeded = zend_safe_addmult(1, nSize, nLength, "template");
-	size_t nNew = std::max({nNeeded, nCapacity * 2, SMALLEST_CAPACITY});
-	zend_string* sNew = isAllocated() ? zend_string_realloc(string(), nNew, false) : zend_string_alloc(nNew, false);
+	size_t nNeeded = zend_safe_addmult(1, size(), nLength, "template");
+	// Half as much again for a large text: what it takes beyond its need may be what is missing elsewhere.
+	size_t nUsual = nCapacity + (nCapacity > LARGE ? nCapacity / 2 : nCapacity);
+	resize(std::max({nNeeded, nUsual, SMALLEST_CAPACITY}));
+}
+
+void TextBuffer::expect(size_t nLength) {
+	// A wrong guess must neither cost much nor end the request.
+	size_t nAtMost = std::max(LARGE, size() * 16);
+	nLength = std::min(nLength, nAtMost);
+	size_t nUsed = zend_memory_usage(false);
+	size_t nLimit = PG(memory_limit) > 0 ? static_cast<size_t>(PG(memory_limit)) : SIZE_MAX;
+	if (nLength <= room() || nUsed > nLimit || nLength + size() > (nLimit - nUsed) / 2) {
+		return;
+	}
+	resize(size() + nLength);
+}
+
+void TextBuffer::resize(size_t nCapacity) {
+	size_t nSize = size();
+	zend_string* sNew;
+	if (isAllocated()) {
+		// Only what has been written is copied.
+		sNew = static_cast<zend_string*>(
+			erealloc2(string(), ZEND_MM_ALIGNED_SIZE(_ZSTR_STRUCT_SIZE(nCapacity)), _ZSTR_STRUCT_SIZE(nSize)));
+		ZSTR_LEN(sNew) = nCapacity;
+	} else {
+		sNew = zend_string_alloc(nCapacity, false);
+	}
 	pBegin = ZSTR_VAL(sNew);
 	pFree = pBegin + nSize;
-	pEnd = pBegin + nNew;
+	pEnd = pBegin + nCapacity;
 }
 
 zend_string* TextBuffer::take() {

@@ -93,6 +93,13 @@ public:
 		return pFree;
 	}
 
+	/// Makes room for `nLength` more bytes, which may or may not come: in one step instead of many, without touching the
+	/// memory, and only as far as `memory_limit` is not brought near.
+	void expect(size_t nLength);
+
+	/// How many bytes can be appended before the text has to grow.
+	size_t room() const { return pEnd - pFree; }
+
 	/// Cuts the text back to its first `nLength` bytes.
 	void truncate(size_t nLength) { pFree = pBegin + nLength; }
 
@@ -115,6 +122,7 @@ private:
 	zend_string* string() const { return reinterpret_cast<zend_string*>(pBegin - _ZSTR_HEADER_SIZE); }
 	bool isAllocated() const { return pBegin != aNothing; }
 	void grow(size_t nLength);
+	void resize(size_t nCapacity);
 
 	// Stands for the text as long as nothing has been allocated, so that no append has to ask.
 	static inline char aNothing[1] = {};
