@@ -17,7 +17,7 @@ namespace {
 constexpr size_t CHUNK_SIZE = Input::BUFFER_SIZE - 4;
 
 /// The first "{" or "}" from `p` on, or `pEnd`.
-const char* findBrace(const char* p, const char* pEnd) {
+inline const char* findBrace(const char* p, const char* pEnd) {
 #ifdef __SSE2__
 	// Literal text is most of a page: 16 bytes a step are about a tenth of the time of one byte a step.
 	const __m128i vOpen = _mm_set1_epi8('{');
@@ -103,14 +103,35 @@ bool Input::fetchStream() {
 	return true;
 }
 
-/// Makes room for the rest of a file that is longer than one chunk: most of it will be literal text.
+/// Makes room for the rest of a file that is longer than its first chunk: most of it will be literal text.
 void Input::expectRest(TextBuffer& out_buffer) {
-	bRestExpected = true;
+	bRestExpected = buffer_end == static_cast<ptrdiff_t>(CHUNK_SIZE);
 	php_stream_statbuf oStatus;
 	// Other streams than files may run user code when asked.
-	if (stream->ops == &php_stream_stdio_ops && php_stream_stat(stream, &oStatus) == 0 && oStatus.sb.st_size > 0) {
+	if (bRestExpected && stream->ops == &php_stream_stdio_ops && php_stream_stat(stream, &oStatus) == 0 &&
+		oStatus.sb.st_size > 0) {
 		out_buffer.expect(static_cast<size_t>(oStatus.sb.st_size));
 	}
+}
+
+/// Appends literal text up to a brace that begins a tag or whose meaning the next chunk tells. Returns where it stands,
+/// or `pEnd`.
+const char* Input::appendLiteral(TextBuffer& out_buffer, const char* p, const char* pEnd) {
+	const char* pBrace = findBrace(p, pEnd);
+	while (pEnd - pBrace > 1) {
+		if (pBrace[0] == pBrace[1]) {
+			// Two of a kind are one brace of text.
+			out_buffer.append(p, pBrace + 1 - p);
+			p = pBrace + 2;
+			pBrace = findBrace(p, pEnd);
+		} else if (*pBrace == '}' || isLiteralAfterBrace(pBrace[1])) {
+			pBrace = findBrace(pBrace + 1, pEnd);
+		} else {
+			break;
+		}
+	}
+	out_buffer.append(p, pBrace - p);
+	return pBrace;
 }
 
 bool Input::fillBufferTillMark(TextBuffer& out_buffer, char mark) {
@@ -123,20 +144,20 @@ bool Input::fillBufferTillMark(TextBuffer& out_buffer, char mark) {
 				// The stream reported an error: no text has a negative length.
 				throw TemplateError(zend_string_init(ZEND_STRL("basic_string::append"), false));
 			}
-			const char* pBrace = findBrace(p, pEnd);
-			// A brace that turns out to be text, with the byte after it at hand, stays part of the run.
-			while (mark == '{' && pEnd - pBrace > 1 &&
-				   (*pBrace == '{' ? isLiteralAfterBrace(pBrace[1]) : pBrace[1] != '}' && pBrace[1] != '{')) {
-				pBrace = findBrace(pBrace + 1, pEnd);
+			const char* pBrace;
+			if (mark == '{') {
+				pBrace = appendLiteral(out_buffer, p, pEnd);
+			} else {
+				pBrace = findBrace(p, pEnd);
+				out_buffer.append(p, pBrace - p);
 			}
-			out_buffer.append(p, pBrace - p);
 			buffer_start = pBrace - buffer;
 			if (pBrace == pEnd) {
-				if (buffer_end == static_cast<ptrdiff_t>(CHUNK_SIZE) && !bRestExpected && !string_mode) {
-					expectRest(out_buffer);
-				}
 				if (!fetchStream()) {
 					return false;
+				}
+				if (!bRestExpected) {
+					expectRest(out_buffer);
 				}
 				continue;
 			}

@@ -49,6 +49,7 @@ public:
 private:
 	bool fetchStream();
 	void expectRest(TextBuffer& out_buffer);
+	static const char* appendLiteral(TextBuffer& out_buffer, const char* p, const char* pEnd);
 
 	bool string_mode = true;
 	bool string_end = true;

@@ -12,13 +12,6 @@ HashTable* PHPInterface::getHashTable(const zval* data) {
 }
 
 const zval* PHPInterface::hashFindAnywhere(const Index& key, const HashTable* table) {
-	if (key.nSlot < table->nNumUsed && !HT_IS_PACKED(table)) {
-		const Bucket& bucket = table->arData[key.nSlot];
-		if (bucket.h == ZSTR_H(key.sKey) && bucket.key && Z_TYPE(bucket.val) != IS_UNDEF &&
-			zend_string_equals(bucket.key, key.sKey)) {
-			return &bucket.val;
-		}
-	}
 	const zval* found = zend_hash_find_known_hash(table, key.sKey);
 	if (found) {
 		const auto* bucket = reinterpret_cast<const Bucket*>(found);

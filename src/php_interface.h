@@ -24,7 +24,8 @@ public:
 		const HashTable* table = Z_ARRVAL_P(data);
 		if (key.nSlot < table->nNumUsed && !HT_IS_PACKED(table)) {
 			const Bucket& bucket = table->arData[key.nSlot];
-			if (bucket.key == key.sLastKey && bucket.key && Z_TYPE(bucket.val) != IS_UNDEF) {
+			if (bucket.key && Z_TYPE(bucket.val) != IS_UNDEF &&
+				(bucket.key == key.sLastKey || (bucket.h == ZSTR_H(key.sKey) && sameText(bucket.key, key.sKey)))) {
 				return &bucket.val;
 			}
 		}
@@ -60,6 +61,28 @@ public:
 	static HashTable* acquireTable(const zval* data);
 
 private:
+	static bool sameText(const zend_string* left, const zend_string* right) {
+		size_t length = ZSTR_LEN(left);
+		if (length != ZSTR_LEN(right)) {
+			return false;
+		}
+		const char* p = ZSTR_VAL(left);
+		const char* q = ZSTR_VAL(right);
+		for (; length >= sizeof(uint64_t); length -= sizeof(uint64_t)) {
+			if (memcmp(p, q, sizeof(uint64_t)) != 0) {
+				return false;
+			}
+			p += sizeof(uint64_t);
+			q += sizeof(uint64_t);
+		}
+		for (; length; --length) {
+			if (*p++ != *q++) {
+				return false;
+			}
+		}
+		return true;
+	}
+
 	static const zval* hashFindAnywhere(const Index& key, const HashTable* table);
 
 	const zval* userData;
