@@ -24,23 +24,15 @@ class Item extends Base
     public $last = null;
 }
 
-#[AllowDynamicProperties]
-class Typed
-{
-    public int $x;
-    public string $y;
-}
-
 $text = 'linked';
 $item = new Item();
 $item->dynamic = 'D';
 $item->{'7'} = 'seven';
 unset($item->gone);
 $item->a = &$text;
-$bare = new Typed();
-$late = new Typed();
+$late = new class { public int $x; public string $y; public array $z = ['k' => 'K']; };
 $late->y = 'Y';
-$late->z = ['k' => 'K'];
+$bare = new class { public int $x; public string $y; };
 $numbers = (object) ['x', 'y', 'n' => 'z'];
 $emptied = (object) ['a' => 1];
 unset($emptied->a);
@@ -54,16 +46,13 @@ table([
     ['all kinds of properties', $loop, $in($item), '[=base][first=F][a=linked][=B][=C][last=][dynamic=D][7=seven]'],
     ['in reverse', $back, $in($item), '[7=seven][dynamic=D][last=][=C][=B][a=linked][first=F][=base]'],
     ['only uninitialised', $loop . $back, $in($bare), ''],
-    ['uninitialised first', $loop, $in($late), noted('[y=Y][z=Array]', $array)],
-    ['uninitialised first, in reverse', $back, $in($late), noted('[z=Array][y=Y]', $array)],
+    ['uninitialised first', $loop . $back, $in($late), noted('[y=Y][z=Array][z=Array][y=Y]', $array, $array)],
     ['numbered properties', $loop, $in($numbers), '[0=x][1=y][n=z]'],
     ['no properties', $loop, $in(new stdClass()), ''],
     ['none left', $loop . $back, $in($emptied), ''],
     ['integer keys of a container', $loop, $in(SplFixedArray::fromArray(['p', 'q'])), '[0=p][1=q]'],
     ['what a container holds is no property', $loop, $in(new ArrayObject(['p'])), ''],
-    ['closure', $loop, $in(fn() => 1), ''],
-    ['compared keys', '{dynamic g}{dynamic n,*::r}{optional [*] 7}{*}{/optional}{optional n::[*] first}{*}{/optional}{/dynamic}{/dynamic}', $in($item),
-        'Fseven'],
+    ['compared keys', '{dynamic g}{dynamic n,*::r}{optional [*] 7}{*}{/optional}{optional n::[*] first}{*}{/optional}{/dynamic}{/dynamic}', $in($item), 'Fseven'],
     ['a key with zero bytes is still found', "{dynamic g}{dynamic *::r}{[*] 'none'}{/dynamic}{/dynamic}", $in($item), 'firstalastdynamic7'],
     ['element of a property', '{dynamic g}{dynamic n,*::r}{n::*::k \'-\'}{dynamic *}{*}{/dynamic}{/dynamic}{/dynamic}', $in($late), '-KK'],
     ['one object twice', '{dynamic g}{dynamic *::r}{*}{/dynamic}{dynamic *::s}{*}{/dynamic}{/dynamic}',
@@ -72,4 +61,4 @@ table([
 ]);
 ?>
 --EXPECT--
-16 rows
+14 rows

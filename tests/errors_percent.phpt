@@ -26,7 +26,7 @@ table([
     ['included file', fn() => template('{include 50%%.tpl}', [], true), null, fails('Unexpected closing dynamic tag in 50%.tpl')],
     ['file and reference', fn() => template('%s%n.tpl', []), null, fails("Bad formated parameter'a%d:::b': too many : in %s%n.tpl")],
     ['file in a circle', fn() => template('%%s.tpl', []), null, fails("Include block bad parameter '%s.tpl': circle is detected in %s.tpl")],
-    ['no message, no format', fn() => template('100%% %s %n{v}', ['v' => '%d%%'], true), null, '100%% %s %n%d%%'],
+    ['a text is no format', fn() => template('100%% %s %n{v}', ['v' => '%d%%'], true), null, '100%% %s %n%d%%'],
 ]);
 ?>
 --EXPECT--

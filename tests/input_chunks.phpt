@@ -36,7 +36,6 @@ function long_tags(array $borders, array $data): Generator
 
 put(['part.tpl' => 'P']);
 $d = ['v' => 'V', 'list' => ['a', 'b']];
-
 table(over([CHUNK, 2 * CHUNK], [
     ['a{{b}}c{ d{v}e}f}{v}}}{{{v}}}', 'a{b}c{ dVe}f}V}{V}'],
     ["{\n{\r{\t{x 'q r'}{dynamic list}[{*}]{/dynamic}", "{\n{\r{\tq r[a][b]"],

@@ -15,7 +15,6 @@ foreach ([...$strings, ...$integers] as $key) {
     $rows[] = ["key $key", "{addslashes k::$key}-{addslashes k::x::$key::y}", $data, 'found-deep'];
     $rows[] = ["element $key", "{dynamic k}{addslashes *::$key}{/dynamic}", ['k' => [[$key => 'found']]], 'found'];
 }
-table($rows);
 
 $x = 'x';
 $array = ['b' => 'inside'];
@@ -25,16 +24,20 @@ $d = [
     'text' => 'text', 'int' => 5, 'null' => null, 'object' => (object) ['p' => 'property', '0' => 'zero'],
     'fixed' => SplFixedArray::fromArray(['first']), 'reference' => &$array, 'k::b' => 'never',
 ];
-$deep = ['x' => str_repeat('x::', 300) . 'x', 'data' => 'end'];
-for ($i = 0; $i <= 300; $i++) {
-    $deep['data'] = ['x' => $deep['data']];
-}
-
-$rows = [];
 foreach (['7', '-5', '7::x', 'B', 'a::B', 'a::b::c', 'a::f::x', 'a::n::x', 'text::0', 'text::x', 'int::0', 'null::0', 'k::b', 'k::00',
     'object::p', 'object::0', 'fixed::0', 'reference::b', 'k::2'] as $path) {
     $rows[] = ["not found: $path", "{{$path}}", $d, "{{$path}}"];
 }
+$deep = ['end'];
+for ($i = 0; $i < 300; $i++) {
+    $deep = ['x' => $deep];
+}
+// The same names at other places of each row, in rows of all shapes, under keys that were made at run time.
+$made = fn(string $name): string => substr(" $name", 1);
+$shapes = [['a' => 1, 'b' => 2], ['b' => 3, 'a' => 4], ['a' => 5], ['x' => 0, 'y' => 0, 'b' => 6, 'a' => 7], [8, 9], [], 'text',
+    [$made('a') => 10, $made('b') => 11], ['b' => 12], [5 => 0, 'a' => 13], ['aa' => 0, 'bb' => 0], ['A' => 0, $made('b') => 14]];
+unset($shapes[3]['x']);
+
 table([
     ...$rows,
     ['string keys at the top', '{00}{0x7}{A}{user.name}{user-name}{num}{visible}', $d, 'zeroshexupperdotsdashnv'],
@@ -44,9 +47,9 @@ table([
         ['l' => [SplFixedArray::fromArray(['a'])]], 'anonenone'],
     ['text key in an object under iteration', "{dynamic l}{*::p 'none'}{*::0 'none'}{/dynamic}", ['l' => [$d['object']]], 'nonenone'],
     ['integer key in what is no table', "{dynamic l}{*::0 '-'}{*::0::1 '-'}{/dynamic}", ['l' => ['text', 5, null, 1.5, STDIN]], '----------'],
-    ['a long path', "{{$deep['x']}}", $deep['data'], 'end'],
+    ['a long path', '{' . str_repeat('x::', 300) . '0}', $deep, 'end'],
+    ['columns', "{dynamic l}{*::a '-'}{*::b '-'} {/dynamic}", ['l' => $shapes], '12 43 5- 76 -- -- -- 1011 -12 13- -- -14 '],
 ]);
 ?>
 --EXPECT--
-46 rows
-26 rows
+73 rows

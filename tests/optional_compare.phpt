@@ -6,14 +6,6 @@ template
 <?php
 require __DIR__ . '/table.inc';
 
-class Red
-{
-    public function __toString(): string
-    {
-        return 'red';
-    }
-}
-
 // [value, what stands behind the name, whether they match]
 $compared = [
     ['red', " 'red'", true], ['red', ' red', true], ['red', " 'Red'", false], ['red', ' re', false], ['red', ' redd', false],
@@ -33,7 +25,7 @@ $compared = [
 
     [null, " ''", false], [null, ' 0', false], [null, ' null', false], [1.5, ' 1.5', false], [1.0, ' 1', false], [0.0, ' 0', false],
     [[], " ''", false], [['red'], ' Array', false], [['visible' => true], ' 1', false], [['visible' => 'red'], ' red', false],
-    [new Red(), ' red', false], [STDIN, ' 1', false],
+    [new SplFileInfo('red'), ' red', false], [STDIN, ' 1', false],
 ];
 
 $rows = [];
