@@ -86,6 +86,9 @@ inline bool containsNonAscii(const zend_string* sText) {
 
 #endif
 
+/// Whether the text is UTF-8 as Unicode defines it: no overlong forms, no surrogates, nothing above U+10FFFF.
+bool isUtf8(std::string_view sText);
+
 /// The part of a string that is printed: what stands before its first zero byte.
 inline std::string_view upToNul(const zend_string* sText) {
 	size_t nLength = ZSTR_LEN(sText);

@@ -88,15 +88,19 @@ void appendRawurlencode(TextBuffer& sOutput, const zend_string* sText, EscapeTim
 	appendAndRelease(sOutput, php_raw_url_encode(sPart.data(), sPart.size()));
 }
 
-/// Whether an HTML escaping leaves the text as it is, whatever bytes that are no ASCII mean in its character set.
+/// Whether an HTML escaping leaves the text as it is.
 bool isHtmlClean(const zend_string* sText, bool bAll, EscapeTime eTime) {
 	if (byte_scan::containsHtmlSpecial(sText)) {
 		return false;
 	}
-	if (eTime == EscapeTime::RENDER && !bAll) {
-		return true;
+	if (eTime == EscapeTime::RENDER) {
+		return !bAll || !byte_scan::containsNonAscii(sText);
 	}
-	return !byte_scan::containsNonAscii(sText) && (eTime == EscapeTime::RENDER || isDefaultCharsetUtf8());
+	if (!isDefaultCharsetUtf8()) {
+		return false;
+	}
+	return !byte_scan::containsNonAscii(sText) ||
+		   (!bAll && byte_scan::isUtf8({ZSTR_VAL(sText), ZSTR_LEN(sText)}));
 }
 
 /// htmlspecialchars for ISO-8859-1, where every byte is a character and only these four are special.

@@ -2,6 +2,31 @@
 
 #include "arena.h"
 
+#include <array>
+
+namespace {
+
+constexpr std::array<bool, 256> makePlainCharacters() {
+	std::array<bool, 256> aPlain{};
+	for (int ch = '!'; ch <= '~'; ++ch) {
+		aPlain[ch] = ch != ':' && ch != '*' && ch != '\'';
+	}
+	return aPlain;
+}
+
+constexpr std::array<bool, 256> PLAIN_CHARACTERS = makePlainCharacters();
+
+} // namespace
+
+bool isPlainName(std::string_view sArgument) {
+	for (unsigned char ch : sArgument) {
+		if (!PLAIN_CHARACTERS[ch]) {
+			return false;
+		}
+	}
+	return !sArgument.empty();
+}
+
 bool isIntegerKey(std::string_view sText, zend_ulong& nIndex) {
 	// Most texts are told by their first character.
 	if (sText.empty() || sText.front() > '9') {

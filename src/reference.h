@@ -50,15 +50,9 @@ enum class ReferenceError {
 /// Parses `sArgument` into `oReference`, which has to be fresh. After an error the reference is of no use.
 ReferenceError parseReference(std::string_view sArgument, Arena& oArena, Reference& oReference);
 
-/// Whether `sArgument` is a path of one component for sure. It nearly always is, and then needs no parsing.
-inline bool isPlainName(std::string_view sArgument) {
-	for (char ch : sArgument) {
-		if (ch == ':' || ch == '*') {
-			return false;
-		}
-	}
-	return true;
-}
+/// Whether `sArgument` is a name of printable ASCII characters that no rule for references or tags knows: a path of one
+/// component. Nearly all tags hold just that and need no parsing.
+bool isPlainName(std::string_view sArgument);
 
 /// Whether `sText` is an integer as PHP prints one; if so, `nIndex` receives it. Only such texts are integer keys.
 bool isIntegerKey(std::string_view sText, zend_ulong& nIndex);

@@ -85,13 +85,15 @@ public:
 		pFree += nCount;
 	}
 
-	/// Makes room for `nLength` more bytes and returns where they go.
+	/// Makes room for `nLength` more bytes and returns where they go; `setEnd` then tells how far they were written.
 	char* reserve(size_t nLength) {
 		if (UNEXPECTED(nLength > static_cast<size_t>(pEnd - pFree))) {
 			grow(nLength);
 		}
 		return pFree;
 	}
+
+	void setEnd(char* pTextEnd) { pFree = pTextEnd; }
 
 	/// Makes room for `nLength` more bytes, which may or may not come: in one step instead of many, without touching the
 	/// memory, and only as far as `memory_limit` is not brought near.

@@ -142,6 +142,14 @@ void Template::splitVariableTag(std::string_view sArgument, VariableTag& oTag) c
 }
 
 void Template::analyzeVariableBlock(BlockList& subBlockList, std::string_view sArgument) {
+	if (isPlainName(sArgument)) {
+		if (const zval* phpVariable = call.php.find(sArgument)) {
+			appendValue(call.sTexts, phpVariable);
+		} else {
+			echoTag(call.sTexts, sArgument);
+		}
+		return;
+	}
 	VariableTag oTag;
 	splitVariableTag(sArgument, oTag);
 	std::string_view sRest = oTag.sRest;
