@@ -21,6 +21,10 @@ char* Call::takeFileBuffer() {
 		oFreeFileBuffers = oBuffer->oNext;
 		return oBuffer->aBytes;
 	}
+	if (!bFirstFileBufferTaken) {
+		bFirstFileBufferTaken = true;
+		return oFirstFileBuffer.aBytes;
+	}
 	return static_cast<FileBuffer*>(emalloc(sizeof(FileBuffer)))->aBytes;
 }
 
@@ -40,7 +44,9 @@ void Call::release() {
 	sOutput.release();
 	while (FileBuffer* oBuffer = oFreeFileBuffers) {
 		oFreeFileBuffers = oBuffer->oNext;
-		efree(oBuffer);
+		if (oBuffer != &oFirstFileBuffer) {
+			efree(oBuffer);
+		}
 	}
 	oArena.release();
 }

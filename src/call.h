@@ -56,4 +56,7 @@ private:
 
 	DynamicBlock* oInnermostLoop = nullptr;
 	FileBuffer* oFreeFileBuffers = nullptr;
+	bool bFirstFileBufferTaken = false;
+	// Most pages are one file, or open one at a time beside their own.
+	FileBuffer oFirstFileBuffer;
 };

@@ -13,7 +13,7 @@ extern "C" {
 }
 
 // Each escaping copies a clean text after one look at it. The others are left to PHP's own function, which makes a string
-// that is appended and released here; only the most frequent escaping by far, htmlspecialchars in a loop, does without.
+// that is appended and released here; only the HTML escapings do without where just the special characters matter.
 
 namespace {
 
@@ -50,7 +50,7 @@ bool containsClass(const zend_string* sText, uint8_t nClass) {
 bool isDefaultCharsetUtf8() {
 	const char* sInternal = PG(internal_encoding);
 	const char* sCharset = sInternal && *sInternal ? sInternal : SG(default_charset);
-	return sCharset && strcasecmp(sCharset, "UTF-8") == 0;
+	return sCharset && (strcmp(sCharset, "UTF-8") == 0 || strcasecmp(sCharset, "UTF-8") == 0);
 }
 
 void appendWhole(TextBuffer& sOutput, const zend_string* sText) {
@@ -88,22 +88,7 @@ void appendRawurlencode(TextBuffer& sOutput, const zend_string* sText, EscapeTim
 	appendAndRelease(sOutput, php_raw_url_encode(sPart.data(), sPart.size()));
 }
 
-/// Whether an HTML escaping leaves the text as it is.
-bool isHtmlClean(const zend_string* sText, bool bAll, EscapeTime eTime) {
-	if (byte_scan::containsHtmlSpecial(sText)) {
-		return false;
-	}
-	if (eTime == EscapeTime::RENDER) {
-		return !bAll || !byte_scan::containsNonAscii(sText);
-	}
-	if (!isDefaultCharsetUtf8()) {
-		return false;
-	}
-	return !byte_scan::containsNonAscii(sText) ||
-		   (!bAll && byte_scan::isUtf8({ZSTR_VAL(sText), ZSTR_LEN(sText)}));
-}
-
-/// htmlspecialchars for ISO-8859-1, where every byte is a character and only these four are special.
+/// htmlspecialchars for ISO-8859-1, where every byte is a character, and for valid UTF-8: only these four are special.
 void appendHtmlSpecialchars(TextBuffer& sOutput, std::string_view sText) {
 	size_t iCopied = 0;
 	for (size_t i = 0; i < sText.size(); ++i) {
@@ -131,16 +116,28 @@ void appendHtmlSpecialchars(TextBuffer& sOutput, std::string_view sText) {
 	sOutput.append(sText.substr(iCopied));
 }
 
+/// Whether nothing but the special characters of HTML is escaped, whatever the bytes beyond ASCII mean.
+bool isHtmlTransparent(const zend_string* sText, bool bAll, EscapeTime eTime) {
+	if (eTime == EscapeTime::RENDER) {
+		return !bAll || !byte_scan::containsNonAscii(sText);
+	}
+	if (!isDefaultCharsetUtf8()) {
+		return false;
+	}
+	return !byte_scan::containsNonAscii(sText) ||
+		   (!bAll && byte_scan::isUtf8({ZSTR_VAL(sText), ZSTR_LEN(sText)}));
+}
+
 void appendHtml(TextBuffer& sOutput, const zend_string* sText, bool bAll, EscapeTime eTime) {
-	if (isHtmlClean(sText, bAll, eTime)) {
-		appendWhole(sOutput, sText);
+	if (isHtmlTransparent(sText, bAll, eTime)) {
+		if (byte_scan::containsHtmlSpecial(sText)) {
+			appendHtmlSpecialchars(sOutput, byte_scan::upToNul(sText));
+		} else {
+			appendWhole(sOutput, sText);
+		}
 		return;
 	}
 	std::string_view sPart = escapedPart(sText, eTime);
-	if (eTime == EscapeTime::RENDER && !bAll) {
-		appendHtmlSpecialchars(sOutput, sPart);
-		return;
-	}
 	appendAndRelease(sOutput, php_escape_html_entities(reinterpret_cast<const unsigned char*>(sPart.data()),
 													   sPart.size(), bAll, ENT_COMPAT,
 													   eTime == EscapeTime::RENDER ? "ISO-8859-1" : nullptr));
