@@ -56,6 +56,7 @@ zend_string* Template::getResult() {
 		return call.sTexts.take();
 	}
 	call.sTexts.reserve(TextBuffer::PADDING); // the texts in front of blocks are taken to be padded
+	call.sOutput.expect(2 * call.sTexts.size());
 	_getResult(listBlocks, call.sOutput);
 	return call.sOutput.take();
 }

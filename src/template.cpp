@@ -4,58 +4,12 @@
 #include "white_space.h"
 
 #include <algorithm>
-#include <span>
+#include <cstring>
 
 namespace {
 
 // A text in string mode is mostly literal; this much room is made for it at once.
 constexpr size_t LONGEST_RESERVED_TEXT = 64 * 1024;
-
-struct TOKEN {
-	std::string_view name;
-	Block::BLOCK_TYPE type;
-};
-
-// Grouped by their first characters. None is a prefix of another, so at most one of them matches.
-constexpr TOKEN KEYWORDS[] = {
-	{"!optional", Block::NOPTIONAL},
-	{"/optional", Block::OPTIONAL_CLOSE},
-	{"/dynamic", Block::DYNAMIC_CLOSE},
-	{"/rdynamic", Block::RDYNAMIC_CLOSE},
-	{"addslashes", Block::ADDSLASHES},
-	{"dynamic", Block::DYNAMIC},
-	{"htmlentities", Block::HTMLENTITIES},
-	{"htmlspecialchars", Block::HTMLSPECIALCHARS},
-	{"include", Block::INCLUDE},
-	{"optional", Block::_OPTIONAL},
-	{"rdynamic", Block::RDYNAMIC},
-	{"rawurlencode", Block::RAWURLENCODE},
-};
-
-/// The keywords that begin like a tag's text.
-std::span<const TOKEN> keywordsLike(std::string_view sBuffer) {
-	std::span<const TOKEN> listAll(KEYWORDS);
-	switch (sBuffer.empty() ? '\0' : sBuffer.front()) {
-		case '!':
-			return listAll.subspan(0, 1);
-		case '/':
-			return listAll.subspan(1, 3);
-		case 'a':
-			return listAll.subspan(4, 1);
-		case 'd':
-			return listAll.subspan(5, 1);
-		case 'h':
-			return listAll.subspan(6, 2);
-		case 'i':
-			return listAll.subspan(8, 1);
-		case 'o':
-			return listAll.subspan(9, 1);
-		case 'r':
-			return listAll.subspan(10, 2);
-		default:
-			return {};
-	}
-}
 
 } // namespace
 
@@ -142,11 +96,70 @@ bool Template::analyzeTag(BlockList& subBlockList, Block::BLOCK_TYPE eClosingTag
 
 /// Tells the kind of a tag. `sArgument` receives its argument, a part of `sBuffer`.
 Block::BLOCK_TYPE Template::matchInput(std::string_view sBuffer, std::string_view& sArgument) {
-	for (const TOKEN& oToken : keywordsLike(sBuffer)) {
-		if (sBuffer.starts_with(oToken.name)) {
-			sArgument = trim(sBuffer.substr(oToken.name.size()));
-			return oToken.type;
+	// A keyword is a mere prefix: nothing has to separate it from the argument. Its first character sorts out most tags.
+	auto begins = [&]<size_t nSize>(const char(&sKeyword)[nSize]) {
+		constexpr size_t nLength = nSize - 1;
+		if (sBuffer.size() < nLength || memcmp(sBuffer.data(), sKeyword, nLength) != 0) {
+			return false;
 		}
+		sArgument = trim(sBuffer.substr(nLength));
+		return true;
+	};
+	switch (sBuffer.empty() ? '\0' : sBuffer.front()) {
+		case 'h':
+			if (begins("htmlspecialchars")) {
+				return Block::HTMLSPECIALCHARS;
+			}
+			if (begins("htmlentities")) {
+				return Block::HTMLENTITIES;
+			}
+			break;
+		case 'i':
+			if (begins("include")) {
+				return Block::INCLUDE;
+			}
+			break;
+		case 'o':
+			if (begins("optional")) {
+				return Block::_OPTIONAL;
+			}
+			break;
+		case '!':
+			if (begins("!optional")) {
+				return Block::NOPTIONAL;
+			}
+			break;
+		case '/':
+			if (begins("/optional")) {
+				return Block::OPTIONAL_CLOSE;
+			}
+			if (begins("/dynamic")) {
+				return Block::DYNAMIC_CLOSE;
+			}
+			if (begins("/rdynamic")) {
+				return Block::RDYNAMIC_CLOSE;
+			}
+			break;
+		case 'd':
+			if (begins("dynamic")) {
+				return Block::DYNAMIC;
+			}
+			break;
+		case 'r':
+			if (begins("rdynamic")) {
+				return Block::RDYNAMIC;
+			}
+			if (begins("rawurlencode")) {
+				return Block::RAWURLENCODE;
+			}
+			break;
+		case 'a':
+			if (begins("addslashes")) {
+				return Block::ADDSLASHES;
+			}
+			break;
+		default:
+			break;
 	}
 	sArgument = trim(sBuffer);
 	return Block::VARIABLE;

@@ -4,7 +4,10 @@
 
 namespace {
 
-constexpr size_t SMALLEST_CAPACITY = 1024 - _ZSTR_HEADER_SIZE - 1;
+// What a small text may need beyond what is known of it, and what may stay unused of a text that is given away: moving
+// it to a smaller place would take longer than all else that is done for a small page.
+constexpr size_t SLACK = 256;
+
 constexpr size_t LARGE = 256 * 1024;
 
 } // namespace
@@ -14,7 +17,7 @@ void TextBuffer::grow(size_t nLength) {
 	size_t nNeeded = zend_safe_addmult(1, size(), nLength, "template");
 	// Half as much again for a large text: what it takes beyond its need may be what is missing elsewhere.
 	size_t nUsual = nCapacity + (nCapacity > LARGE ? nCapacity / 2 : nCapacity);
-	resize(std::max({nNeeded, nUsual, SMALLEST_CAPACITY}));
+	resize(std::max(nNeeded + SLACK, nUsual));
 }
 
 void TextBuffer::expect(size_t nLength) {
@@ -50,8 +53,13 @@ zend_string* TextBuffer::take() {
 		release();
 		return ZSTR_EMPTY_ALLOC();
 	}
-	zend_string* sResult = zend_string_truncate(string(), size(), false);
-	ZSTR_VAL(sResult)[ZSTR_LEN(sResult)] = '\0';
+	size_t nSize = size();
+	if (room() > 2 * SLACK) {
+		resize(nSize);
+	}
+	zend_string* sResult = string();
+	ZSTR_LEN(sResult) = nSize;
+	ZSTR_VAL(sResult)[nSize] = '\0';
 	pBegin = pFree = pEnd = aNothing;
 	return sResult;
 }
