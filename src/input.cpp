@@ -41,6 +41,10 @@ inline const char* findBrace(const char* p, const char* pEnd) {
 	return p;
 }
 
+[[noreturn]] void throwReadError() {
+	throw TemplateError(zend_string_init(ZEND_STRL("basic_string::append"), false));
+}
+
 bool isBrace(char ch) {
 	return ch == '{' || ch == '}';
 }
@@ -87,23 +91,41 @@ bool Input::openFile(const char* sFileName, char* _file_buffer) {
 	buffer = file_buffer;
 	buffer_start = buffer_end = 0;
 	// PHP's opener throws on an empty name; here it is just a file that isn't there.
-	if (*sFileName) {
-		stream = php_stream_open_wrapper_ex(sFileName, "rb", USE_PATH, nullptr, nullptr);
+	php_stream* stream =
+		*sFileName ? php_stream_open_wrapper_ex(sFileName, "rb", USE_PATH, nullptr, nullptr) : nullptr;
+	if (stream) {
+		// User code could find the stream among the open resources and close it while it is being read: not with
+		// fclose(), and when by another way, the resource is still there to tell.
+		stream->flags |= PHP_STREAM_FLAG_NO_FCLOSE;
+		resource = stream->res;
+		GC_ADDREF(resource);
 	}
 	throwIfExceptionIsPending();
-	if (!stream) {
-		return false;
-	}
-	// User code could find the stream among the open resources and close it while it is being read.
-	stream->flags |= PHP_STREAM_FLAG_NO_FCLOSE;
-	return true;
+	return stream;
 }
 
 void Input::close() {
-	if (php_stream* oClosing = stream) {
-		stream = nullptr;
-		php_stream_close(oClosing);
+	if (zend_resource* oClosing = resource) {
+		php_stream* stream = openStream();
+		resource = nullptr;
+		if (stream) {
+			php_stream_close(stream);
+		}
+		zend_list_delete(oClosing);
 	}
+}
+
+/// The stream, or null when somebody else has closed it.
+php_stream* Input::openStream() const {
+	return resource->type >= 0 ? static_cast<php_stream*>(resource->ptr) : nullptr;
+}
+
+/// Whether the stream is at its end. One that was closed is not: the next read will tell.
+bool Input::atEnd() const {
+	php_stream* stream = openStream();
+	bool bEnd = stream && php_stream_eof(stream);
+	throwIfExceptionIsPending();
+	return bEnd;
 }
 
 bool Input::good() const {
@@ -113,9 +135,7 @@ bool Input::good() const {
 	if (buffer_start < buffer_end) {
 		return true;
 	}
-	bool bEnd = php_stream_eof(stream);
-	throwIfExceptionIsPending();
-	return !bEnd;
+	return !atEnd();
 }
 
 bool Input::fetchStream() {
@@ -123,11 +143,13 @@ bool Input::fetchStream() {
 		string_end = true;
 		return false;
 	}
-	bool bEnd = php_stream_eof(stream);
-	throwIfExceptionIsPending();
 	buffer_start = buffer_end = 0;
-	if (bEnd) {
+	if (atEnd()) {
 		return false;
+	}
+	php_stream* stream = openStream();
+	if (!stream) {
+		throwReadError();
 	}
 	buffer_end = php_stream_read(stream, file_buffer, CHUNK_SIZE);
 	throwIfExceptionIsPending();
@@ -139,7 +161,8 @@ void Input::expectRest(TextBuffer& out_buffer) {
 	bRestExpected = buffer_end == static_cast<ptrdiff_t>(CHUNK_SIZE);
 	php_stream_statbuf oStatus;
 	// Other streams than files may run user code when asked.
-	if (bRestExpected && stream->ops == &php_stream_stdio_ops && php_stream_stat(stream, &oStatus) == 0 &&
+	php_stream* stream = bRestExpected ? openStream() : nullptr;
+	if (stream && stream->ops == &php_stream_stdio_ops && php_stream_stat(stream, &oStatus) == 0 &&
 		oStatus.sb.st_size > 0) {
 		out_buffer.expect(static_cast<size_t>(oStatus.sb.st_size));
 	}
@@ -175,7 +198,7 @@ bool Input::fillBufferTillMark(TextBuffer& out_buffer, char mark) {
 		if (automaton_state == PLAIN) {
 			if (p > pEnd) {
 				// The stream reported an error: no text has a negative length.
-				throw TemplateError(zend_string_init(ZEND_STRL("basic_string::append"), false));
+				throwReadError();
 			}
 			const char* pBrace;
 			if (mark == '{') {

@@ -47,6 +47,8 @@ public:
 	std::string_view readTag(TextBuffer& scratch);
 
 private:
+	php_stream* openStream() const;
+	bool atEnd() const;
 	bool fetchStream();
 	void expectRest(TextBuffer& out_buffer);
 	static const char* appendLiteral(TextBuffer& out_buffer, const char* p, const char* pEnd);
@@ -54,7 +56,8 @@ private:
 	bool string_mode = true;
 	bool string_end = true;
 	bool bRestExpected = false;
-	php_stream* stream = nullptr;
+	// The stream's resource, of which one reference is held; null in string mode.
+	zend_resource* resource = nullptr;
 	char* file_buffer = nullptr;
 	const char* buffer = nullptr;
 	// A failed read leaves buffer_end below buffer_start.
