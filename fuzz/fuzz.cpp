@@ -85,7 +85,7 @@ void restartRequest() {
 
 // Memory that a call leaves behind is PHP's own: the script looks for it. What PHP keeps on purpose is no leak.
 extern "C" const char* __asan_default_options() {
-	return "detect_leaks=0";
+	return "detect_leaks=0:quarantine_size_mb=32";
 }
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
