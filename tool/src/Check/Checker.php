@@ -1,0 +1,132 @@
+<?php
+
+namespace TemplateTool\Check;
+
+/**
+ * Finds what is wrong in templates.
+ *
+ *     $findings = (new Checker(new Options(security: true)))->checkText('Hello {name');
+ *     foreach ($findings as $finding) {
+ *         echo "$finding->line:$finding->column: $finding->severity: $finding->message\n";
+ *     }
+ *
+ * It never opens a file but those that lie in the include path or are named with their path in an include tag, and
+ * never a stream. Needs the extension.
+ */
+final class Checker
+{
+    private Engine $engine;
+    private TagReader $reader;
+    private Files $files;
+
+    /** @var list<string> why files could not be checked, one line each */
+    private array $unreadable = [];
+
+    /** @var array<string, Source> */
+    private array $sources = [];
+
+    public function __construct(private Options $options = new Options())
+    {
+        $this->engine = new Engine();
+        $this->reader = new TagReader($this->engine);
+        $this->files = new Files($options->includePath, $options->besidePage);
+    }
+
+    /**
+     * Checks a template given as text, and the files that it includes. $name is what findings call it.
+     *
+     * @return list<Finding> by file and place
+     */
+    public function checkText(string $text, string $name = 'template'): array
+    {
+        $findings = new Findings($this->options);
+        $walker = $this->walker($findings);
+        $walker->walk($this->document($text, $name), Context::top($text));
+        $this->sources = $walker->sources();
+        return $findings->sorted();
+    }
+
+    /**
+     * Checks template files and what they include. Those that another one includes are looked at from there, inside
+     * the loops of that place. $onFile is called for each file that has been read.
+     *
+     * @param list<string> $paths
+     * @return list<Finding> by file and place
+     */
+    public function checkFiles(array $paths, ?callable $onFile = null): array
+    {
+        $findings = new Findings($this->options);
+        $walker = $this->walker($findings);
+        $documents = [];
+        $included = [];
+        foreach ($paths as $path) {
+            try {
+                $document = $walker->openTarget($path);
+                $documents[] = $document;
+                $included += array_fill_keys(array_diff($walker->included($document), [$document->source->path]), true);
+            } catch (Unreadable $problem) {
+                $this->unreadable[] = $problem->getMessage();
+            }
+            $onFile && $onFile($path);
+        }
+        $pages = array_filter($documents, static fn(Document $each): bool => !isset($included[$each->source->path]));
+        foreach ([...$pages, ...$documents] as $document) {
+            // Files that include each other in a circle are left for the second round.
+            if (!$walker->isDone($document)) {
+                $page = $document->source;
+                $walker->walk($document, Context::top($this->files->nameOf($page->path), $page->name));
+            }
+        }
+        $this->sources = $walker->sources();
+        return $findings->sorted();
+    }
+
+    /** The structure of a template given as text; see Tree. */
+    public function treeOfText(string $text, string $name = 'template'): array
+    {
+        $walker = $this->walker(new Findings($this->options));
+        $tree = new Tree($this->engine, $walker, $this->files, $this->options->data);
+        return $tree->of($this->document($text, $name), Context::top($text));
+    }
+
+    /**
+     * The structure of a template file; see Tree.
+     *
+     * @throws Unreadable
+     */
+    public function treeOfFile(string $path): array
+    {
+        $walker = $this->walker(new Findings($this->options));
+        $document = $walker->open($path);
+        $tree = new Tree($this->engine, $walker, $this->files, $this->options->data);
+        return $tree->of($document, Context::top($this->files->nameOf($document->source->path), $path));
+    }
+
+    /** @return array<string, Source> by path: the files that have been read */
+    public function sources(): array
+    {
+        return $this->sources;
+    }
+
+    /** @return list<string> all paths at which included files were looked for */
+    public function looked(): array
+    {
+        return $this->files->looked();
+    }
+
+    /** @return list<string> */
+    public function unreadable(): array
+    {
+        return $this->unreadable;
+    }
+
+    private function document(string $text, string $name): Document
+    {
+        return new Document(new Source($name, $text), $this->engine, $this->reader);
+    }
+
+    private function walker(Findings $findings): Walker
+    {
+        return new Walker($this->options, $findings, $this->files, $this->engine, $this->reader);
+    }
+}

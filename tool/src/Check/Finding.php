@@ -1,0 +1,61 @@
+<?php
+
+namespace TemplateTool\Check;
+
+/** A problem that a check reports: what is wrong, and where. */
+final class Finding implements \JsonSerializable
+{
+    public const ERROR = 'error';
+    public const WARNING = 'warning';
+
+    /** Lines and columns count from 1, columns in characters; the end is the place behind the last character. */
+    public readonly int $line;
+    public readonly int $column;
+    public readonly int $endLine;
+    public readonly int $endColumn;
+
+    /**
+     * $name: of a warning, for Catalogue; null for an error.
+     * $includedFrom: the include tags that lead to this file, innermost first.
+     *
+     * @param list<string> $notes
+     * @param list<array{file: string, line: int, column: int}> $includedFrom
+     */
+    public function __construct(
+        public readonly Source $source,
+        public readonly string $severity,
+        public readonly ?string $name,
+        public readonly string $message,
+        public readonly int $offset,
+        public readonly int $length,
+        public readonly array $notes = [],
+        public readonly array $includedFrom = [],
+    ) {
+        [$this->line, $this->column] = $source->position($offset);
+        [$this->endLine, $this->endColumn] = $source->position($offset + $length);
+    }
+
+    public function isError(): bool
+    {
+        return $this->severity === self::ERROR;
+    }
+
+    /** The offset counts bytes, the length characters. */
+    public function jsonSerialize(): array
+    {
+        return [
+            'file' => $this->source->name,
+            'line' => $this->line,
+            'column' => $this->column,
+            'endLine' => $this->endLine,
+            'endColumn' => $this->endColumn,
+            'offset' => $this->offset,
+            'length' => Source::length(substr($this->source->text, $this->offset, $this->length)),
+            'severity' => $this->severity,
+            'name' => $this->name,
+            'message' => $this->message,
+            'notes' => $this->notes,
+            'includedFrom' => $this->includedFrom,
+        ];
+    }
+}

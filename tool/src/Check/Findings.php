@@ -1,0 +1,46 @@
+<?php
+
+namespace TemplateTool\Check;
+
+/** Collects findings: each once, and only those that are wanted. */
+final class Findings
+{
+    /** @var array<string, Finding> */
+    private array $findings = [];
+
+    /** @var array<string, true> */
+    private array $off;
+
+    public function __construct(Options $options)
+    {
+        $this->off = array_fill_keys($options->off, true);
+    }
+
+    public function add(Document $document, Problem $problem, ?Context $context = null): void
+    {
+        if (isset($this->off[$problem->name ?? ''])) {
+            return;
+        }
+        $source = $document->source;
+        $key = implode("\0", [$source->name, $problem->offset, $problem->name ?? $problem->message]);
+        $this->findings[$key] ??= new Finding(
+            $source,
+            $problem->name === null ? Finding::ERROR : Finding::WARNING,
+            $problem->name,
+            $problem->message,
+            $problem->offset,
+            $problem->length,
+            $problem->notes,
+            $context ? $context->includedFrom() : []
+        );
+    }
+
+    /** @return list<Finding> by file and place */
+    public function sorted(): array
+    {
+        $findings = array_values($this->findings);
+        usort($findings, static fn(Finding $a, Finding $b): int =>
+            [$a->source->name, $a->offset, $a->severity] <=> [$b->source->name, $b->offset, $b->severity]);
+        return $findings;
+    }
+}

@@ -1,0 +1,26 @@
+<?php
+
+namespace TemplateTool\Check;
+
+/** What a check looks for, and where. */
+final class Options
+{
+    /**
+     * $includePath: the folders in which included files are looked for, in this order.
+     * $besidePage: whether they are also looked for in the folder of the page, the template that nothing includes.
+     * $off: the names of warnings that aren't wanted.
+     * $security: whether the warnings about escaping and includes from data are wanted.
+     * $data: what the templates are meant for; null when nothing is known of it.
+     *
+     * @param list<string> $includePath
+     * @param list<string> $off
+     */
+    public function __construct(
+        public readonly array $includePath = ['.'],
+        public readonly bool $besidePage = false,
+        public readonly array $off = [],
+        public readonly bool $security = false,
+        public readonly ?array $data = null,
+    ) {
+    }
+}

@@ -1,0 +1,8 @@
+<?php
+
+namespace TemplateTool\Check;
+
+/** A file can't be read as a template. The message says which and why. */
+final class Unreadable extends \RuntimeException
+{
+}

@@ -1,0 +1,113 @@
+<?php
+
+namespace TemplateTool\Console;
+
+use Symfony\Component\Console\Command\Command;
+use Symfony\Component\Console\Input\InputInterface;
+use Symfony\Component\Console\Input\InputOption;
+
+/** The data that a command is given: from a JSON file, a PHP file, and single values of the command line. */
+final class Data
+{
+    public const JSON_HELP = 'A JSON file, or "-" for the standard input';
+
+    public static function addOptions(Command $command): void
+    {
+        $several = InputOption::VALUE_REQUIRED | InputOption::VALUE_IS_ARRAY;
+        $command->addOption('data-php', null, InputOption::VALUE_REQUIRED, 'A PHP file that returns the data');
+        $command->addOption(
+            'set',
+            's',
+            $several,
+            'A single value: <info>path::to::key=text</info>, or <info>path::to::key:=json</info> for other types'
+        );
+    }
+
+    /** Null when the command line names no data. $json: the name of a JSON file. */
+    public static function read(InputInterface $input, ?string $json): ?array
+    {
+        $data = null;
+        if ($json !== null) {
+            $name = $json === '-' ? 'standard input' : $json;
+            $data = self::array(JsonText::decode(self::contents($json), $name), $name);
+        }
+        $php = $input->getOption('data-php');
+        if ($php !== null) {
+            $data = array_replace($data ?? [], self::array(self::run($php), $php));
+        }
+        foreach ($input->getOption('set') as $setting) {
+            $data = self::set($data ?? [], $setting);
+        }
+        return $data;
+    }
+
+    /** @return list<string> the files that the data comes from */
+    public static function files(InputInterface $input, ?string $json): array
+    {
+        return array_filter([$json, $input->getOption('data-php')], fn($file): bool => $file !== null && $file !== '-');
+    }
+
+    private static function contents(string $file): string
+    {
+        if ($file !== '-') {
+            self::mustExist($file);
+        }
+        $text = @file_get_contents($file === '-' ? 'php://stdin' : $file);
+        if ($text === false) {
+            throw new Failure("$file: reading failed");
+        }
+        return $text;
+    }
+
+    private static function run(string $file): mixed
+    {
+        self::mustExist($file);
+        // What such a file prints is no part of the page.
+        ob_start();
+        try {
+            return (static fn() => require func_get_arg(0))(realpath($file));
+        } catch (\Throwable $error) {
+            $place = basename($error->getFile()) . ':' . $error->getLine();
+            throw new Failure("$file: " . get_class($error) . " in $place: " . $error->getMessage());
+        } finally {
+            ob_end_clean();
+        }
+    }
+
+    private static function mustExist(string $file): void
+    {
+        if (is_dir($file) || !file_exists($file) || !is_readable($file)) {
+            $problem = is_dir($file) ? 'this is a folder' : (file_exists($file) ? 'permission denied' : 'no such file');
+            throw new Failure("$file: $problem");
+        }
+    }
+
+    private static function array(mixed $data, string $name): array
+    {
+        if (!is_array($data)) {
+            throw new Failure("$name: the data must be an object or an array, not " . get_debug_type($data));
+        }
+        return $data;
+    }
+
+    private static function set(array $data, string $setting): array
+    {
+        if (!preg_match('/^(.+?)(:?=)(.*)$/s', $setting, $match)) {
+            throw new Failure("--set $setting: write path::to::key=value");
+        }
+        [, $path, $sign, $value] = $match;
+        if ($sign === ':=') {
+            $value = JsonText::decode($value, "--set $path");
+        }
+        return self::with($data, explode('::', $path), $value);
+    }
+
+    /** Without PHP references, which the engine doesn't follow. */
+    private static function with(mixed $data, array $indexes, mixed $value): array
+    {
+        $data = is_array($data) ? $data : [];
+        $index = array_shift($indexes);
+        $data[$index] = $indexes ? self::with($data[$index] ?? null, $indexes, $value) : $value;
+        return $data;
+    }
+}

@@ -1,0 +1,129 @@
+<?php
+
+namespace TemplateTool\Console;
+
+use Symfony\Component\Console\Command\Command;
+use Symfony\Component\Console\Input\InputArgument;
+use Symfony\Component\Console\Input\InputInterface;
+use Symfony\Component\Console\Input\InputOption;
+use Symfony\Component\Console\Output\OutputInterface;
+
+final class RenderCommand extends Command
+{
+    private const WATCH_INTERVAL = 200000;
+
+    protected function configure(): void
+    {
+        $several = InputOption::VALUE_REQUIRED | InputOption::VALUE_IS_ARRAY;
+        $this->setName('render')
+            ->setDescription('Renders a page')
+            ->addArgument('page', InputArgument::OPTIONAL, 'The template')
+            ->addArgument('data', InputArgument::OPTIONAL, 'The data. ' . Data::JSON_HELP)
+            ->addOption('output', 'o', InputOption::VALUE_REQUIRED, 'A file to write to, in place of the standard output')
+            ->addOption('string', null, InputOption::VALUE_REQUIRED, 'A template given as text, in place of a page')
+            ->addOption('include-path', 'I', $several, 'A folder in which included files are looked for (else that of'
+                . ' the page)')
+            ->addOption('watch', 'w', InputOption::VALUE_NONE, 'Renders again whenever a file that takes part changes')
+            ->addOption('stats', null, InputOption::VALUE_NONE, 'Prints time, memory, bytes and files');
+        Data::addOptions($this);
+        $this->setHelp(<<<'HELP'
+            Renders a template with data and prints the page:
+
+              <info>template render page.tpl data.json -o page.html</info>
+              <info>template render page.tpl --data-php data.php --watch -o page.html</info>
+              <info>template render --string 'Hello {user::name}, {count}' --set user::name=Ann --set count:=3</info>
+
+            Values of <info>--set</info> count more than those of <info>--data-php</info>, and these more than those of the
+            JSON file. An error of a template is printed with its line and column, and nothing is written.
+
+            The exit status is 0 when all went well, 1 for an error of a template, and 2 for wrong usage or data that
+            can't be read.
+            HELP);
+    }
+
+    protected function execute(InputInterface $input, OutputInterface $output): int
+    {
+        $page = $input->getArgument('page');
+        $json = $input->getArgument('data');
+        $text = $input->getOption('string');
+        if ($text !== null && $page !== null) {
+            // With --string the only argument is the data.
+            if ($json !== null) {
+                throw new Failure('render: give a page or --string, not both');
+            }
+            [$page, $json] = [null, $page];
+        }
+        if ($text === null && $page === null) {
+            throw new Failure('render: give a page or --string');
+        }
+        if ($page !== null && (is_dir($page) || !is_readable($page))) {
+            $isThere = file_exists($page);
+            throw new Failure("$page: " . (is_dir($page) ? 'this is a folder' : ($isThere ? 'permission denied' : 'no such file')));
+        }
+        $renderer = new Renderer(
+            $page,
+            $text,
+            IncludePath::of($input, []),
+            $input->getOption('include-path') === [],
+            $output->isDecorated()
+        );
+        if ($input->getOption('watch')) {
+            $this->watch($input, $renderer, $json);
+        }
+        return $this->once($input, $renderer, Data::read($input, $json) ?? []);
+    }
+
+    private function once(InputInterface $input, Renderer $renderer, array $data): int
+    {
+        $page = $renderer->render($data);
+        if ($page === null) {
+            return Start::FINDINGS;
+        }
+        $file = $input->getOption('output');
+        $written = $file === null ? @fwrite(STDOUT, $page) : @file_put_contents($file, $page);
+        if ($written !== strlen($page)) {
+            throw new Failure(($file ?? 'standard output') . ': writing failed');
+        }
+        if ($input->getOption('stats')) {
+            fwrite(STDERR, $renderer->stats($data));
+        }
+        return Start::GOOD;
+    }
+
+    /** Ends only with the program. */
+    private function watch(InputInterface $input, Renderer $renderer, ?string $json): never
+    {
+        if ($json === '-') {
+            throw new Failure('render --watch: the data can\'t come from the standard input, which is read once');
+        }
+        $files = Data::files($input, $json);
+        while (true) {
+            $data = [];
+            try {
+                $data = Data::read($input, $json) ?? [];
+                $status = $this->once($input, $renderer, $data);
+            } catch (Failure $failure) {
+                $status = Start::FAILURE;
+                fwrite(STDERR, 'template: ' . $failure->getMessage() . "\n");
+            }
+            $watched = [...$files, ...$renderer->watched($data)];
+            if ($status === Start::GOOD) {
+                $count = count(array_filter($watched, is_file(...)));
+                fwrite(STDERR, sprintf("%s rendered; watching %d files, Ctrl-C ends\n", date('H:i:s'), $count));
+            }
+            $state = self::state($watched);
+            while (self::state($watched) === $state) {
+                usleep(self::WATCH_INTERVAL);
+            }
+        }
+    }
+
+    private static function state(array $files): array
+    {
+        clearstatcache();
+        return array_map(static function (string $file): string {
+            $stat = @stat($file);
+            return $stat ? "$stat[ino] $stat[mtime] $stat[size]" : '';
+        }, $files);
+    }
+}
