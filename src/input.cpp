@@ -2,6 +2,7 @@
 
 #include "error.h"
 #include "text_buffer.h"
+#include "time_limit.h"
 
 #include <algorithm>
 
@@ -143,6 +144,7 @@ bool Input::fetchStream() {
 		string_end = true;
 		return false;
 	}
+	checkTimeLimit();
 	buffer_start = buffer_end = 0;
 	if (atEnd()) {
 		return false;

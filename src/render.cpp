@@ -4,6 +4,7 @@
 #include "error.h"
 #include "escape.h"
 #include "number_text.h"
+#include "time_limit.h"
 #include "value_text.h"
 
 // Rendering: the walk over the block tree, once per element inside dynamic blocks. All of it stands in one file so that
@@ -62,9 +63,10 @@ zend_string* Template::getResult() {
 }
 
 void Template::_getResult(const BlockList& subBlockList, TextBuffer& sOutput) {
-	checkLimits();
+	checkStack();
 	const char* pTexts = call.sTexts.view().data();
 	for (Block* oBlock = subBlockList.first(); oBlock; oBlock = oBlock->oNext) {
+		checkTimeLimit();
 		std::string_view sBefore(pTexts + oBlock->oText.nStart, oBlock->oText.nLength);
 		switch (oBlock->getType()) {
 			case Block::VARIABLE:
@@ -167,6 +169,7 @@ inline void Template::_getResultEscaped(const VariableBlock& oBlock, std::string
 /// Prints the first of the further alternatives that finds something, else the fallback text or the tag itself.
 void Template::printAlternative(const MultiVariableBlock& oBlock, TextBuffer& sOutput) const {
 	for (const Alternative* oTried = oBlock.listVariables.first(); oTried; oTried = oTried->oNext) {
+		checkTimeLimit();
 		switch (oTried->eKind) {
 			case Alternative::DYNAMIC_VALUE:
 				if (oTried->oReference.bKey && oTried->oReference.oDynamicBlock) {

@@ -10,11 +10,8 @@ class StackGuard {
 public:
 	StackGuard();
 
-	/// Whether the stack may be nearly used up: the quick question, answered with yes now and then when it is not.
-	bool nearLimit() const { return here() < nLimit; }
-
 	/// Whether what is left of the stack has to be kept for PHP's own functions and for user code.
-	bool exhausted() { return nearLimit() && !roomBelow(here()); }
+	bool exhausted() { return here() < nLimit && !roomBelow(here()); }
 
 private:
 	static uintptr_t here() { return reinterpret_cast<uintptr_t>(__builtin_frame_address(0)); }

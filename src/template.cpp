@@ -1,6 +1,7 @@
 #include "template.h"
 
 #include "error.h"
+#include "time_limit.h"
 #include "white_space.h"
 
 #include <algorithm>
@@ -36,8 +37,9 @@ void Template::analyzeTemplate() {
 
 /// Reads up to the closing tag, or to the end when none is expected. The text behind the last tag is left pending.
 void Template::_analyzeTemplate(BlockList& subBlockList, Block::BLOCK_TYPE eClosingTag) {
-	checkLimits();
+	checkStack();
 	while (input.good()) {
+		checkTimeLimit();
 		if (input.fillBufferTillMark(call.sTexts, '{') && analyzeTag(subBlockList, eClosingTag)) {
 			return;
 		}
@@ -218,14 +220,4 @@ void Template::fail(std::initializer_list<std::string_view> listParts) const {
 	}
 	*p = '\0';
 	throw TemplateError(sMessage);
-}
-
-void Template::endAtLimit() {
-	if (call.oStack.exhausted()) {
-		fail({"Blocks nested too deeply"});
-	}
-	if (zend_atomic_bool_load_ex(&EG(timed_out))) {
-		// Reports max_execution_time now; PHP itself would only do so after the call, or kill the process before.
-		zend_timeout();
-	}
 }

@@ -90,13 +90,12 @@ private:
 	/// Throws the message made of `listParts`, " in " and this template's name.
 	[[noreturn]] void fail(std::initializer_list<std::string_view> listParts) const;
 	[[noreturn]] void failReference(ReferenceError eError, std::string_view sArgument) const;
-	/// Ends the call when the stack or the time that PHP allows is used up.
-	void checkLimits() {
-		if (UNEXPECTED(call.oStack.nearLimit() || zend_atomic_bool_load_ex(&EG(timed_out)))) {
-			endAtLimit();
+	/// Ends the call when the stack is nearly used up.
+	void checkStack() {
+		if (UNEXPECTED(call.oStack.exhausted())) {
+			fail({"Blocks nested too deeply"});
 		}
 	}
-	void endAtLimit();
 
 	Call& call;
 	std::string_view sFileName;

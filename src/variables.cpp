@@ -2,6 +2,7 @@
 
 #include "error.h"
 #include "escape.h"
+#include "time_limit.h"
 #include "value_text.h"
 #include "white_space.h"
 
@@ -154,6 +155,7 @@ void Template::analyzeVariableBlock(BlockList& subBlockList, std::string_view sA
 	splitVariableTag(sArgument, oTag);
 	std::string_view sRest = oTag.sRest;
 	for (std::string_view sReference = oTag.sFirst; !sReference.empty(); sReference = takeReference(sRest)) {
+		checkTimeLimit();
 		const zval* phpVariable = nullptr;
 		Reference oReference = analyzeVariable(sReference, phpVariable);
 		if (oReference.eType == IMMEDIATE) {
@@ -168,6 +170,7 @@ void Template::analyzeVariableBlock(BlockList& subBlockList, std::string_view sA
 		MyList<Alternative> listVariables;
 		bool bMayFail = true;
 		while (bMayFail && !(sReference = takeReference(sRest)).empty()) {
+			checkTimeLimit();
 			if (Alternative* oNext = keepAlternative(sReference)) {
 				listVariables.append(oNext);
 				bMayFail = oNext->eKind == Alternative::DYNAMIC_VALUE;
