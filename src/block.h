@@ -69,7 +69,8 @@ public:
 struct DynamicReference {
 	const DynamicBlock* oDynamicBlock; ///< null: no enclosing block bears that name, so nothing is ever found
 	const Index* listIndexes;
-	bool bKey; ///< asks for the element's key
+	const Index* oColumn; ///< the only index when there is just one and it is a string key, which is usual; else null
+	bool bKey;            ///< asks for the element's key
 };
 
 /// A tag that prints one reference; the base of all that print values. As itself an escaping tag, the kind of which tells

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <string_view>
 
@@ -16,6 +17,30 @@ extern "C" {
 // so these run on every one of them: 16 bytes a step where the processor can.
 
 namespace byte_scan {
+
+/// Whether two texts of one length are the same. Keys and compared values are short: a call of memcmp would take longer.
+inline bool same(const char* p, const char* q, size_t nLength) {
+	auto differ = [&]<typename Word>(Word, size_t nOffset) {
+		Word nLeft;
+		Word nRight;
+		memcpy(&nLeft, p + nOffset, sizeof(Word));
+		memcpy(&nRight, q + nOffset, sizeof(Word));
+		return nLeft != nRight;
+	};
+	if (nLength > 16) {
+		return memcmp(p, q, nLength) == 0;
+	}
+	if (nLength >= 8) {
+		return !differ(uint64_t{}, 0) && !differ(uint64_t{}, nLength - 8);
+	}
+	if (nLength >= 4) {
+		return !differ(uint32_t{}, 0) && !differ(uint32_t{}, nLength - 4);
+	}
+	while (nLength && p[nLength - 1] == q[nLength - 1]) {
+		--nLength;
+	}
+	return nLength == 0;
+}
 
 #ifdef __SSE2__
 

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "byte_scan.h"
 #include "error.h"
 #include "reference.h"
 
-#include <cstring>
 #include <string_view>
 
 extern "C" {
@@ -14,6 +14,7 @@ extern "C" {
 struct ElementKey {
 	const zend_string* sKey = nullptr; ///< null for an integer key
 	zend_ulong nIndex = 0;
+	std::string_view sPrinted = {}; ///< what is printed of a string key
 };
 
 /// The value that an optional tag compares with; empty when it tests for truth.
@@ -53,7 +54,7 @@ private:
 	/// A string counts up to its first zero byte; behind its last byte there is one anyway.
 	bool equalsString(const zend_string* sText) const {
 		return !bNul && ZSTR_LEN(sText) >= sStripped.size() && ZSTR_VAL(sText)[sStripped.size()] == '\0' &&
-			   memcmp(ZSTR_VAL(sText), sStripped.data(), sStripped.size()) == 0;
+			   byte_scan::same(ZSTR_VAL(sText), sStripped.data(), sStripped.size());
 	}
 
 	std::string_view sValue;

@@ -16,7 +16,7 @@ const zval* PHPInterface::hashFindAnywhere(const Index& key, const HashTable* ta
 	if (found) {
 		const auto* bucket = reinterpret_cast<const Bucket*>(found);
 		key.nSlot = static_cast<uint32_t>(bucket - table->arData);
-		key.sLastKey = ZSTR_IS_INTERNED(bucket->key) ? bucket->key : nullptr;
+		key.sLastKey = ZSTR_IS_INTERNED(bucket->key) ? bucket->key : key.sKey;
 	}
 	return found;
 }

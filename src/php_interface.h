@@ -1,5 +1,6 @@
 #pragma once
 
+#include "byte_scan.h"
 #include "reference.h"
 
 extern "C" {
@@ -13,10 +14,10 @@ public:
 
 	/// Looks a string key up in the array `data`, or in the user data when `data` is null. Numeric texts stay strings.
 	/// Returns null when there is no such element or `data` is no array; objects are not looked into.
-	const zval* hashFind(const Index& key, const zval* data) const {
-		if (!data) {
-			data = userData;
-		}
+	const zval* hashFind(const Index& key, const zval* data) const { return hashFindIn(key, data ? data : userData); }
+
+	/// The same for data that is not null.
+	static const zval* hashFindIn(const Index& key, const zval* data) {
 		if (Z_TYPE_P(data) != IS_ARRAY) {
 			return nullptr;
 		}
@@ -24,8 +25,7 @@ public:
 		const HashTable* table = Z_ARRVAL_P(data);
 		if (key.nSlot < table->nNumUsed && !HT_IS_PACKED(table)) {
 			const Bucket& bucket = table->arData[key.nSlot];
-			if (bucket.key && Z_TYPE(bucket.val) != IS_UNDEF &&
-				(bucket.key == key.sLastKey || (bucket.h == ZSTR_H(key.sKey) && sameText(bucket.key, key.sKey)))) {
+			if (Z_TYPE(bucket.val) != IS_UNDEF && (bucket.key == key.sLastKey || sameKey(bucket, key.sKey))) {
 				return &bucket.val;
 			}
 		}
@@ -61,29 +61,12 @@ public:
 	static HashTable* acquireTable(const zval* data);
 
 private:
-	static bool sameText(const zend_string* left, const zend_string* right) {
-		size_t length = ZSTR_LEN(left);
-		if (length != ZSTR_LEN(right)) {
-			return false;
-		}
-		const char* p = ZSTR_VAL(left);
-		const char* q = ZSTR_VAL(right);
-		for (; length >= sizeof(uint64_t); length -= sizeof(uint64_t)) {
-			if (memcmp(p, q, sizeof(uint64_t)) != 0) {
-				return false;
-			}
-			p += sizeof(uint64_t);
-			q += sizeof(uint64_t);
-		}
-		for (; length; --length) {
-			if (*p++ != *q++) {
-				return false;
-			}
-		}
-		return true;
+	static bool sameKey(const Bucket& bucket, const zend_string* key) {
+		return bucket.h == ZSTR_H(key) && bucket.key && ZSTR_LEN(bucket.key) == ZSTR_LEN(key) &&
+			   byte_scan::same(ZSTR_VAL(bucket.key), ZSTR_VAL(key), ZSTR_LEN(key));
 	}
 
-	static const zval* hashFindAnywhere(const Index& key, const HashTable* table);
+	[[gnu::noinline]] static const zval* hashFindAnywhere(const Index& key, const HashTable* table);
 
 	const zval* userData;
 };

@@ -64,7 +64,7 @@ void prependIndex(Reference& oReference, std::string_view sIndex, Arena& oArena)
 	auto* oIndex = oArena.make<Index>();
 	oIndex->sKey = isIntegerKey(sIndex, oIndex->nIndex) ? nullptr : oArena.makeKey(sIndex);
 	oIndex->nSlot = UINT32_MAX;
-	oIndex->sLastKey = nullptr;
+	oIndex->sLastKey = oIndex->sKey;
 	oReference.listIndexes.prepend(oIndex);
 }
 

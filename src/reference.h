@@ -23,8 +23,8 @@ struct Index {
 	Index* oNext;
 	zend_string* sKey;      ///< the string key, its hash computed; null for an integer key
 	zend_ulong nIndex;      ///< the integer key
-	/// Where a string key was found last, and PHP's copy of it there if that copy is one that PHP never frees (else
-	/// null). Rows of one origin keep their keys in the same places.
+	/// Where a string key was found last, and PHP's copy of it there if that copy is one that PHP never frees (else our
+	/// own). Rows of one origin keep their keys in the same places.
 	mutable uint32_t nSlot;
 	mutable const zend_string* sLastKey;
 };

@@ -14,7 +14,7 @@ namespace {
 
 void appendKey(TextBuffer& sOutput, const ElementKey& oKey) {
 	if (oKey.sKey) {
-		sOutput.append(byte_scan::upToNul(oKey.sKey));
+		sOutput.append(oKey.sPrinted);
 	} else {
 		appendInteger(sOutput, static_cast<zend_long>(oKey.nIndex));
 	}
@@ -107,21 +107,10 @@ inline const zval* Template::findDynamicValue(const DynamicReference& oReference
 	if (!oBlock) {
 		return nullptr;
 	}
-	const Index* oIndex = oReference.listIndexes;
-	if (EXPECTED(oIndex && oIndex->sKey && !oIndex->oNext)) {
-		return call.php.hashFind(*oIndex, oBlock->phpValue);
+	if (EXPECTED(oReference.oColumn)) {
+		return PHPInterface::hashFindIn(*oReference.oColumn, oBlock->phpValue);
 	}
-	return findVariable(oIndex, oBlock->phpValue);
-}
-
-/// The string that a reference finds as a key or as a value; null when it is none, or nothing is found.
-/// `phpVariable` receives the value.
-inline const zend_string* Template::findString(const DynamicReference& oReference, const zval*& phpVariable) const {
-	if (oReference.bKey) {
-		return oReference.oDynamicBlock ? oReference.oDynamicBlock->phpKey.sKey : nullptr;
-	}
-	phpVariable = findDynamicValue(oReference);
-	return phpVariable && Z_TYPE_P(phpVariable) == IS_STRING ? Z_STR_P(phpVariable) : nullptr;
+	return findVariable(oReference.listIndexes, oBlock->phpValue);
 }
 
 // Strings are what nearly every tag prints. They are appended together with the text in front of the tag.
@@ -129,18 +118,23 @@ inline const zend_string* Template::findString(const DynamicReference& oReferenc
 inline void Template::_getResultVariable(const MultiVariableBlock& oBlock, std::string_view sBefore,
 										 TextBuffer& sOutput) {
 	const DynamicReference& oReference = oBlock.oReference;
-	const zval* phpVariable = nullptr;
-	if (const zend_string* sFound = findString(oReference, phpVariable)) {
-		sOutput.appendPadded(sBefore, byte_scan::upToNul(sFound));
+	if (oReference.bKey && oReference.oDynamicBlock) {
+		const ElementKey& oKey = oReference.oDynamicBlock->phpKey;
+		sOutput.appendPadded(sBefore, oKey.sPrinted);
+		if (!oKey.sKey) {
+			appendInteger(sOutput, static_cast<zend_long>(oKey.nIndex));
+		}
 		return;
 	}
-	sOutput.appendPadded(sBefore);
-	if (phpVariable) {
-		appendValue(sOutput, phpVariable);
-	} else if (oReference.bKey && oReference.oDynamicBlock) {
-		appendInteger(sOutput, static_cast<zend_long>(oReference.oDynamicBlock->phpKey.nIndex));
-	} else {
+	const zval* phpVariable = oReference.bKey ? nullptr : findDynamicValue(oReference);
+	if (!phpVariable) {
+		sOutput.appendPadded(sBefore);
 		printAlternative(oBlock, sOutput);
+	} else if (EXPECTED(Z_TYPE_P(phpVariable) == IS_STRING)) {
+		sOutput.appendPadded(sBefore, byte_scan::upToNul(Z_STR_P(phpVariable)));
+	} else {
+		sOutput.appendPadded(sBefore);
+		appendValue(sOutput, phpVariable);
 	}
 }
 
@@ -148,17 +142,21 @@ inline void Template::_getResultVariable(const MultiVariableBlock& oBlock, std::
 inline void Template::_getResultEscaped(const VariableBlock& oBlock, std::string_view sBefore, TextBuffer& sOutput) {
 	const DynamicReference& oReference = oBlock.oReference;
 	const zval* phpVariable = nullptr;
-	if (const zend_string* sFound = findString(oReference, phpVariable)) {
-		if (oBlock.getType() == Block::HTMLSPECIALCHARS && !byte_scan::containsHtmlSpecial(sFound)) {
-			sOutput.appendPadded(sBefore, {ZSTR_VAL(sFound), ZSTR_LEN(sFound)});
-			return;
-		}
-		sOutput.appendPadded(sBefore);
-		appendEscaped(sOutput, oBlock.getType(), sFound, EscapeTime::RENDER);
+	const zend_string* sFound = nullptr;
+	if (!oReference.bKey) {
+		phpVariable = findDynamicValue(oReference);
+		sFound = phpVariable && Z_TYPE_P(phpVariable) == IS_STRING ? Z_STR_P(phpVariable) : nullptr;
+	} else if (oReference.oDynamicBlock) {
+		sFound = oReference.oDynamicBlock->phpKey.sKey;
+	}
+	if (sFound && oBlock.getType() == Block::HTMLSPECIALCHARS && !byte_scan::containsHtmlSpecial(sFound)) {
+		sOutput.appendPadded(sBefore, {ZSTR_VAL(sFound), ZSTR_LEN(sFound)});
 		return;
 	}
 	sOutput.appendPadded(sBefore);
-	if (phpVariable) {
+	if (sFound) {
+		appendEscaped(sOutput, oBlock.getType(), sFound, EscapeTime::RENDER);
+	} else if (phpVariable) {
 		appendEscapedValue(sOutput, oBlock.getType(), phpVariable);
 	} else if (oReference.bKey && oReference.oDynamicBlock) {
 		// No escaping changes a digit or a minus sign.
@@ -224,6 +222,7 @@ void Template::_getResultDynamic(DynamicBlock& oBlock, TextBuffer& sOutput) {
 		return;
 	}
 	bool bReverse = oBlock.getType() == Block::RDYNAMIC;
+	oBlock.phpKey = {};
 	bool bOutermost = !oBlock.oOuterLoop;
 	size_t nStart = sOutput.size();
 	for (uint32_t nStep = 0; nStep < oTable->nNumUsed; ++nStep) {
@@ -231,11 +230,12 @@ void Template::_getResultDynamic(DynamicBlock& oBlock, TextBuffer& sOutput) {
 		const zval* phpSlot;
 		if (HT_IS_PACKED(oTable)) {
 			phpSlot = oTable->arPacked + nSlot;
-			oBlock.phpKey = {nullptr, nSlot};
+			oBlock.phpKey.nIndex = nSlot;
 		} else {
 			const Bucket& oBucket = oTable->arData[nSlot];
 			phpSlot = &oBucket.val;
-			oBlock.phpKey = {oBucket.key, oBucket.h};
+			oBlock.phpKey = {oBucket.key, oBucket.h,
+							 oBucket.key ? byte_scan::upToNul(oBucket.key) : std::string_view()};
 		}
 		oBlock.phpValue = PHPInterface::slotValue(phpSlot);
 		if (oBlock.phpValue) {

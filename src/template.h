@@ -81,7 +81,6 @@ private:
 	void _getResultDynamic(DynamicBlock& oBlock, TextBuffer& sOutput);
 	const zval* findDynamicValue(const DynamicReference& oReference) const;
 	const zval* findDynamicData(const DynamicBlock& oBlock) const;
-	const zend_string* findString(const DynamicReference& oReference, const zval*& phpVariable) const;
 	void printAlternative(const MultiVariableBlock& oBlock, TextBuffer& sOutput) const;
 
 	/// Writes a variable tag back between its braces.

@@ -108,7 +108,9 @@ DynamicReference Template::resolveNamespace(const Reference& oReference) const {
 		const DynamicBlock* oNamesake = call.oNames.find(oReference.sNamespace);
 		oBlock = oNamesake ? oNamesake->oOutermostNamesake : nullptr;
 	}
-	return {oBlock, oReference.listIndexes.first(), oReference.eType == KEY};
+	const Index* oFirst = oReference.listIndexes.first();
+	const Index* oColumn = oFirst && oFirst->sKey && !oFirst->oNext ? oFirst : nullptr;
+	return {oBlock, oFirst, oColumn, oReference.eType == KEY};
 }
 
 // --- Analysis of tags -----------------------------------------------------------------------------------------------
