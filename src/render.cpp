@@ -238,17 +238,16 @@ void Template::_getResultDynamic(DynamicBlock& oBlock, TextBuffer& sOutput) {
 							 oBucket.key ? byte_scan::upToNul(oBucket.key) : std::string_view()};
 		}
 		oBlock.phpValue = PHPInterface::slotValue(phpSlot);
+		size_t nRowStart = sOutput.size();
 		if (oBlock.phpValue) {
 			_getResult(oBlock.listSubBlocks, sOutput);
 		}
 		// Rows are much alike: what the rest will take is known long before it comes. For a large page that is one move
 		// of the output instead of ten, and no more memory than the result itself.
-		if (bOutermost && sOutput.room() < sOutput.size() - nStart) {
+		if (bOutermost && UNEXPECTED(sOutput.room() < 4 * (sOutput.size() - nRowStart))) {
 			size_t nRow = (sOutput.size() - nStart) / (nStep + 1) + 1;
 			size_t nRest = nRow * (oTable->nNumUsed - nStep - 1);
-			if (sOutput.room() < nRest && sOutput.room() < 4 * nRow) {
-				sOutput.expect(nRest + nRest / 32 + 4 * nRow);
-			}
+			sOutput.expect(nRest + nRest / 32 + 4 * nRow);
 		}
 	}
 	call.endLoop();

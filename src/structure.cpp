@@ -93,7 +93,7 @@ void Template::analyzeDynamicBlock(BlockList& subBlockList, std::string_view sAr
 		sArgument.remove_prefix(iPos + 1);
 	}
 	// The innermost block of that name is this template's own if any is: those of the includers lie further out.
-	const DynamicBlock* oNamesake = call.oNames.find(sDynamicName);
+	const DynamicBlock* oNamesake = sDynamicName.empty() ? nullptr : call.oNames.find(sDynamicName);
 	if (oNamesake && oNamesake->oTemplate == this) {
 		fail({"Dynamic block bad parameter '", sArgument, "': namespace is used already"});
 	}
