@@ -18,6 +18,16 @@ constexpr std::array<char, 200> makeDigitPairs() {
 
 constexpr std::array<char, 200> DIGIT_PAIRS = makeDigitPairs();
 
+/// Writes a number below 100 without a leading zero; returns what follows it.
+char* writeSmall(char* p, uint64_t nValue) {
+	if (nValue >= 10) {
+		memcpy(p, &DIGIT_PAIRS[2 * nValue], 2);
+		return p + 2;
+	}
+	*p = static_cast<char>('0' + nValue);
+	return p + 1;
+}
+
 /// Writes a number in decimal in front of `pEnd`; returns where it begins.
 char* writeDigits(char* pEnd, uint64_t nValue) {
 	while (nValue >= 100) {
@@ -100,6 +110,19 @@ bool appendShortDecimal(TextBuffer& sOutput, double nValue, int nPrecision) {
 } // namespace
 
 void appendInteger(TextBuffer& sOutput, zend_long nValue) {
+	if (nValue >= 0 && nValue < 10000) {
+		// Most numbers on a page are that small: straight into the text.
+		char* p = sOutput.reserve(4);
+		uint64_t nHundreds = static_cast<uint64_t>(nValue) / 100;
+		if (nHundreds) {
+			p = writeSmall(p, nHundreds);
+			memcpy(p, &DIGIT_PAIRS[2 * (nValue % 100)], 2);
+			sOutput.setEnd(p + 2);
+		} else {
+			sOutput.setEnd(writeSmall(p, nValue));
+		}
+		return;
+	}
 	char aText[MAX_LENGTH_OF_LONG];
 	char* pEnd = aText + sizeof(aText);
 	bool bNegative = nValue < 0;
