@@ -25,6 +25,7 @@ table([
     ['keys', '{dynamic keys}[{[*]}={*}]{/dynamic}', $d, '[5=i][x=s][-3=n][=e][07=z][k=c][9223372036854775807=m]'],
     ['keys in reverse', '{rdynamic keys}[{[*]}={*}]{/rdynamic}', $d, '[9223372036854775807=m][k=c][07=z][=e][-3=n][x=s][5=i]'],
     ['an empty key is found', "{dynamic keys}{[*] '-'},{/dynamic}", $d, '5,x,-3,,07,k,9223372036854775807,'],
+    ['keys as the second', "{dynamic keys}{*::x z::[*] [*] '-'},{/dynamic}", $d, '5,x,-3,,07,k,9223372036854775807,'],
     ['a path', '{dynamic path::to::list}{*}{/dynamic}', $d, 'pq'],
     ['mixed elements', "{dynamic mixed}{*::s *},{/dynamic}", $d, 't,1,,,S,'],
     ['the body for each element', '{dynamic l}x{v}{missing}{/dynamic}', $d, 'xV{missing}xV{missing}'],
@@ -63,6 +64,6 @@ table([['pointer', '{dynamic l}{rdynamic l}{*}{/rdynamic}{/dynamic}', ['l' => &$
 echo key($list), "\n";
 ?>
 --EXPECT--
-57 rows
+58 rows
 1 rows
 1

@@ -31,6 +31,8 @@ table([
     ['empty names never clash', '{dynamic ,one}{dynamic ,two}{dynamic two}{*}{/dynamic}{/dynamic}{/dynamic}', $d, 'xyxy'],
 
     ['in an included file the name is free; the outer block answers', '{dynamic n,one}{include same.tpl}{n::*}{/dynamic}', $d, 'axk0 ayk1 a'],
+    ['behind the file it is taken again', '{dynamic n,one}{include same.tpl}{dynamic n,two}{/dynamic}{/dynamic}', $d, $used('two')],
+    ['and behind its own block it is gone', "{dynamic n,one}{include same.tpl}{/dynamic}{dynamic l,two}{n::* '-'}{/dynamic}", $d, 'axk0 ayk1 --'],
     ['in reverse', '{rdynamic n,two}{include same.tpl}/{/rdynamic}', $d, 'yx10 yy11 /xx00 xy01 /'],
     ['for loops and conditions too', '{dynamic n,deep::A}{include same_inside.tpl};{/dynamic}', $d, 'PQoPQo;RR;'],
     ['a name of the including file', '{dynamic n,two}{include outer.tpl}{/dynamic}{include outer.tpl}', $d, '[x-][y-][{n::*}-]'],
@@ -50,4 +52,4 @@ table([
 ]);
 ?>
 --EXPECT--
-24 rows
+26 rows

@@ -45,12 +45,14 @@ $array = 'Array to string conversion';
 table([
     ['all kinds of properties', $loop, $in($item), '[=base][first=F][a=linked][=B][=C][last=][dynamic=D][7=seven]'],
     ['in reverse', $back, $in($item), '[7=seven][dynamic=D][last=][=C][=B][a=linked][first=F][=base]'],
+    ['nobody has asked for the properties before', fn() => template("$loop$back", $in(new Item()), true), null,
+        '[=base][first=F][a=A][=B][=C][gone=G][last=][last=][gone=G][=C][=B][a=A][first=F][=base]'],
     ['only uninitialised', $loop . $back, $in($bare), ''],
     ['uninitialised first', $loop . $back, $in($late), noted('[y=Y][z=Array][z=Array][y=Y]', $array, $array)],
     ['numbered properties', $loop, $in($numbers), '[0=x][1=y][n=z]'],
     ['no properties', $loop, $in(new stdClass()), ''],
     ['none left', $loop . $back, $in($emptied), ''],
-    ['integer keys of a container', $loop, $in(SplFixedArray::fromArray(['p', 'q'])), '[0=p][1=q]'],
+    ['integer keys of a container', fn() => template($loop, $in(SplFixedArray::fromArray(['p', 'q'])), true), null, '[0=p][1=q]'],
     ['what a container holds is no property', $loop, $in(new ArrayObject(['p'])), ''],
     ['compared keys', '{dynamic g}{dynamic n,*::r}{optional [*] 7}{*}{/optional}{optional n::[*] first}{*}{/optional}{/dynamic}{/dynamic}', $in($item), 'Fseven'],
     ['a key with zero bytes is still found', "{dynamic g}{dynamic *::r}{[*] 'none'}{/dynamic}{/dynamic}", $in($item), 'firstalastdynamic7'],
@@ -61,4 +63,4 @@ table([
 ]);
 ?>
 --EXPECT--
-14 rows
+15 rows

@@ -61,7 +61,8 @@ table([
 $text = '{include x}';
 table([
     ['the first name of a text is the text', fn() => template($text, ['x' => $text], true), null, $bad(" 'x': circle is detected in $text")],
-    ['nothing was tried for that name', fn() => template("$text.", ['x' => $text], true), null, '.'],
+    ['up to its zero byte', fn() => template($text, ['x' => "$text\0x"], true), null, $bad(" 'x': circle is detected in $text")],
+    ['another name is a file', fn() => template("$text.", ['x' => $text], true), null, '.'],
     ['a file back to the first', fn() => template('to_main.tpl', ['main.tpl' => 'to_main.tpl']), null,
         $bad(" 'main.tpl': circle is detected in to_main.tpl")],
     ['under its absolute name', fn() => template(folder() . '/self.tpl', $d), null, $bad(" 'self.tpl': circle is detected in self.tpl")],
@@ -69,4 +70,4 @@ table([
 ?>
 --EXPECT--
 39 rows
-4 rows
+5 rows

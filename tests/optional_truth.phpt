@@ -40,7 +40,7 @@ table([
     ['only blanks split', "{optional v\t}y{/optional}{optional v\tx}y{/optional}{!optional v\nV}n{/optional}", $d, 'yn'],
     ['text behind the closing tag', '{optional v}y{/optional v}{!optional v}n{/optional  anything:::}', $d, 'y'],
     ['nested', '{optional v}1{optional w}2{optional v}3{/optional}{/optional}{!optional w}4{optional v}5{/optional}{/optional}{/optional}', $d, '145'],
-    ['hidden hides all', '{optional w}{v}{optional v}y{/optional}{dynamic l}y{/dynamic}{/optional}{v}', $d, 'V'],
+    ['hidden hides all', 'a{optional w}{v}{optional v}b{/optional}{dynamic l}c{/dynamic}{*}d{/optional}e{dynamic l}{[*]}{/dynamic}f', $d, 'ae01f'],
     ['text around', '1{optional v}2{/optional}3{optional w}4{/optional}5{optional v}{/optional}6', $d, '12356'],
     ['errors in a hidden body', '{optional w}{addslashes :::}{/optional}', $d, fails("Bad formated parameter':::': too many : in @")],
     ['errors in a nested argument', '{optional w}{!optional *::* x}{/optional}{/optional}', $d, fails('Bad formated parameter: too many * in @')],

@@ -16,6 +16,7 @@ $texts = [
     '{dynamic n,l}{dynamic m,l}{n::*}{m::[*]}{rawurlencode *}{htmlentities n::[*]}{addslashes m::*}{htmlspecialchars *}{/dynamic}{*::x x 1 \'y\'}{/dynamic}',
     '{htmlentities v}{addslashes v}{htmlspecialchars v}{rawurlencode v}{l}{i}{f}{o}', '{dynamic n,l}{dynamic n,l}', '{dynamic l}{*::x a:::b}{/dynamic}',
     '{optional x}{dynamic l}{htmlentities *}{/dynamic}', "{x y 'z'}{x 'y}", '{x{y', '{dynamic g}{dynamic *::r}{[*]}{*}{/dynamic}{/dynamic}', 'folder',
+    '{x%s:::%n}', str_repeat("{dynamic l}{*::x 'text'}{optional *}{htmlspecialchars *}{/optional}{/dynamic}", 300) . str_repeat('long ', 3000),
 ];
 mkdir(folder() . '/folder');
 $d = ['v' => "<V'>", 'l' => ['a', '<b>', 3, 1.5, null, true], 'i' => 42, 'f' => 0.1, 'o' => new SplFileInfo('name'),
@@ -41,5 +42,5 @@ for ($i = 0; $i < 50; $i++) {
 echo 'streams ', count(get_resources()) - $streams, ', memory ', memory_get_usage() - $memory, "\n";
 ?>
 --EXPECT--
-...x.x.x.x.x.xxxxxxx.x.xxxxxxxxx.x.x.x
+...x.x.x.x.x.xxxxxxx.x.xxxxxxxxx.x.x.xxx.x
 streams 0, memory 0

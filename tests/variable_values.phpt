@@ -57,6 +57,7 @@ foreach ($values as [$what, $value, $expected]) {
     $data = ['w' => $value, 'l' => $value, 'once' => [[]]];
     $rows[] = ["$what, data", '{w::0 other}', $data, $expected];
     $rows[] = ["$what, element", '{dynamic l}{* w::x}{/dynamic}', $data, $expected];
+    $rows[] = ["$what, second", '{dynamic n,l}{*::none z::* n::*}{/dynamic}', $data, $expected];
     $rows[] = ["$what, data in a loop", "{dynamic once}{*::x w::0 'x'}{/dynamic}", $data, $expected];
 }
 $rows[] = ['a warning for each array', '{dynamic l}{*},{/dynamic}{l}', ['l' => [[], [1]]], noted('Array,Array,Array', $array, $array, $array)];
@@ -82,4 +83,4 @@ foreach (['14', '17', '-1', '0', '1', '6', '15', '16', '40'] as $precision) {
 table($rows);
 ?>
 --EXPECT--
-224 rows
+295 rows
