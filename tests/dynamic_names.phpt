@@ -27,7 +27,8 @@ table([
     ['of a star loop', '{dynamic n,*::x}{dynamic n,two}{/dynamic}{/dynamic}', $d, $used('two')],
     ['the name of a block without data is free', '{dynamic n,x}{dynamic n,two::0}{dynamic n,one}{/dynamic}{/dynamic}{/dynamic}ok', $d, 'ok'],
     ['side by side in a loop', '{dynamic o,one}{dynamic n,two}{n::*}{/dynamic}{dynamic n,one}{n::*}{o::[*]}{/dynamic}{/dynamic}', $d, 'xyak'],
-    ['case, length, blanks', '{dynamic n,one}{dynamic N,two}{dynamic nn,one}{dynamic n ,one}{n::*}{N::*}{nn::*} {/dynamic}{/dynamic}{/dynamic}{/dynamic}', $d, 'axa aya '],
+    ['case, length, blanks', '{dynamic n,one}{dynamic N,two}{dynamic nn,one}{dynamic n ,one}{n::*}{N::*}{nn::*} {/dynamic}{/dynamic}{/dynamic}{/dynamic}',
+        $d, 'axa aya '],
     ['empty names never clash', '{dynamic ,one}{dynamic ,two}{dynamic two}{*}{/dynamic}{/dynamic}{/dynamic}', $d, 'xyxy'],
 
     ['in an included file the name is free; the outer block answers', '{dynamic n,one}{include same.tpl}{n::*}{/dynamic}', $d, 'axk0 ayk1 a'],

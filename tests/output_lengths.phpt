@@ -15,7 +15,8 @@ foreach ([...range(0, 70), 127, 128, 129, 255, 256, 600] as $length) {
     $value = $text($length, 300);
     $data = ['v' => $value, 'l' => [['a' => $value, 'b' => $value . '<'], ['a' => '', 'b' => $before]]];
     $rows[] = ["text and data of $length", "$before{v}$before{x '$value'}{v}$before", $data, $before . $value . $before . $value . $value . $before];
-    $rows[] = ["text and elements of $length", "$before{dynamic l}$before{*::a}$value{htmlspecialchars *::b}{optional *::a}$before{/optional}{/dynamic}$before", $data,
+    $rows[] = ["text and elements of $length",
+        "$before{dynamic l}$before{*::a}$value{htmlspecialchars *::b}{optional *::a}$before{/optional}{/dynamic}$before", $data,
         $before . $before . $value . $value . $value . '&lt;' . ($value ? $before : '') . $before . $value . $before . $before];
     $rows[] = ["echo of $length", "{dynamic l}{*::x n$before}{x  $before y}{/dynamic}", $data, str_repeat("{*::x n$before}{x  $before y}", 2)];
 
