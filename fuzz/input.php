@@ -115,7 +115,7 @@ class Input
     public string $on_error = '';
     /** Whether no user code runs but the reading of files. */
     public bool $tame = true;
-    private bool $fiber = false, $abandon = false;
+    private bool $fiber = false, $abandon = false, $replacing = false;
     private string $shape;
     private int $position, $values, $nesting, $depth;
     private array $references, $objects;
@@ -256,13 +256,14 @@ class Input
 
     private function drop(): void
     {
+        // PHP itself can't stand a destructor that changes the variable which is being emptied.
+        Files::$input = null;
         try {
             $this->data = $this->references = $this->objects = [];
             gc_collect_cycles();
         } catch (Throwable) {
             // A destructor's deed.
         }
-        Files::$input = null;
     }
 
     private function deed(string $digit): string
@@ -277,6 +278,20 @@ class Input
 
     /** What user code does in the middle of a call. */
     public function do(string $deed): void
+    {
+        // Nor one that changes again what is being replaced.
+        if ($this->replacing) {
+            return;
+        }
+        $this->replacing = in_array($deed, ['replace', 'unset'], true);
+        try {
+            $this->doNow($deed);
+        } finally {
+            $this->replacing = false;
+        }
+    }
+
+    private function doNow(string $deed): void
     {
         switch ($deed) {
             case 'throw':
