@@ -67,8 +67,8 @@ return [
             Only a plain tag takes alternatives and a text in quotes. An escaping tag and a loop take one reference,
             and a blank inside it belongs to a name. For alternatives with escaping, use sections.
             TEXT,
-        'bad' => '{htmlspecialchars user::name \'nobody\'}',
-        'good' => '{optional user::name}{htmlspecialchars user::name}{/optional}{!optional user::name}nobody{/optional}',
+        'bad' => '{htmlspecialchars name \'nobody\'}',
+        'good' => '{optional name}{htmlspecialchars name}{/optional}{!optional name}nobody{/optional}',
     ],
     'blank-in-comparison' => [
         'summary' => 'a blank too many in a section that compares',
@@ -154,8 +154,8 @@ return [
         'security' => true,
         'summary' => 'an escaping tag that doesn\'t fit the place',
         'why' => <<<'TEXT'
-            "addslashes" is for texts in quotes inside a script and does nothing about "<" or "&". "htmlspecialchars" and
-            "htmlentities" are for HTML; inside a script entities mean nothing.
+            "addslashes" is for texts in quotes inside a script and does nothing about "<" or "&". "htmlspecialchars"
+            and "htmlentities" are for HTML; inside a script entities mean nothing.
             TEXT,
         'bad' => '<p>{addslashes user::name}</p>',
         'good' => '<p>{htmlspecialchars user::name}</p>',

@@ -48,11 +48,12 @@ test('the sample has the scopes that it says', async () => {
             continue;
         }
         const [text, scope] = line.slice(2).split(' | ');
-        const found = lines[number].filter(([token]) => token.trim() === text).map(([, scopes]) => scopes);
+        const same = lines[number].filter(([token]) => token.trim() === text);
+        const found = same.map(([, scopes]) => scopes);
         const fits = scopes => scope === '-'
             ? !/\.template(?= |$)/.test(scopes.replace('text.html.template', ''))
             : scopes.split(' ').some(each => each.startsWith(scope));
-        assert.ok(found.some(fits), `${line}: there is ${JSON.stringify(found.length ? found : lines[number], null, 1)}`);
+        assert.ok(found.some(fits), `${line}: there is ${JSON.stringify(same.length ? same : lines[number], null, 1)}`);
         checked++;
     }
     assert.ok(checked > 40, `only ${checked} rules`);

@@ -9,7 +9,7 @@ final class Catalogue
      * For each name: "summary", "why", the examples "bad" and "good", and where an example needs them "data" and
      * "security".
      *
-     * @return array<string, array{summary: string, why: string, bad: string, good: string, data?: array, security?: true}>
+     * @return array<string, array<string, mixed>>
      */
     public static function all(): array
     {

@@ -29,7 +29,7 @@ final class Checker
     {
         $this->engine = new Engine();
         $this->reader = new TagReader($this->engine);
-        $this->files = new Files($options->includePath, $options->besidePage);
+        $this->files = new Files($options->includePath);
     }
 
     /**
@@ -41,7 +41,7 @@ final class Checker
     {
         $findings = new Findings($this->options);
         $walker = $this->walker($findings);
-        $walker->walk($this->document($text, $name), Context::top($text));
+        $walker->walk($this->document($text, $name), Context::top([$text]));
         $this->sources = $walker->sources();
         return $findings->sorted();
     }
@@ -74,7 +74,7 @@ final class Checker
             // Files that include each other in a circle are left for the second round.
             if (!$walker->isDone($document)) {
                 $page = $document->source;
-                $walker->walk($document, Context::top($this->files->nameOf($page->path), $page->name));
+                $walker->walk($document, Context::top($this->files->namesOf($page->path), $page->name));
             }
         }
         $this->sources = $walker->sources();
@@ -86,7 +86,7 @@ final class Checker
     {
         $walker = $this->walker(new Findings($this->options));
         $tree = new Tree($this->engine, $walker, $this->files, $this->options->data);
-        return $tree->of($this->document($text, $name), Context::top($text));
+        return $tree->of($this->document($text, $name), Context::top([$text]));
     }
 
     /**
@@ -99,7 +99,7 @@ final class Checker
         $walker = $this->walker(new Findings($this->options));
         $document = $walker->open($path);
         $tree = new Tree($this->engine, $walker, $this->files, $this->options->data);
-        return $tree->of($document, Context::top($this->files->nameOf($document->source->path), $path));
+        return $tree->of($document, Context::top($this->files->namesOf($document->source->path), $path));
     }
 
     /** @return array<string, Source> by path: the files that have been read */

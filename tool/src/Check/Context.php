@@ -26,10 +26,10 @@ final class Context
     ) {
     }
 
-    /** Of a template that nothing includes. */
-    public static function top(string $name, string $path = ''): self
+    /** Of a template that nothing includes. @param list<string> $names under which it can be included */
+    public static function top(array $names, string $path = ''): self
     {
-        return new self($path, [$name => true]);
+        return new self($path, array_fill_keys($names, true));
     }
 
     /** Of the file that an include tag leads to. */

@@ -33,12 +33,10 @@ final class DataRules
             default => 'escaped',
         };
         $problem = $this->$rule($tag, $blocks, $found, $arrays);
-        if ($problem === null) {
-            return [];
-        }
-        $offset = $node->offset + $tag->references[0]->offset;
+        $start = $tag->references[0]->offset;
         $last = end($tag->references);
-        return [new Problem(...[...$problem, $offset, $last->offset + strlen($last->text) - $tag->references[0]->offset])];
+        $length = $last->offset + strlen($last->text) - $start;
+        return $problem ? [new Problem($problem[0], $problem[1], $node->offset + $start, $length)] : [];
     }
 
     /** @return ?array{string, string} name and message */
@@ -59,8 +57,8 @@ final class DataRules
         $value = $tag->references[0]->isPath() ? $tag->references[0]->find($this->data) : null;
         if ($value && !is_string($value[0])) {
             $type = get_debug_type($value[0]);
-            return ['unprinted-value', "nothing is printed: this is of type $type, and \"{$tag->kind->value}\" prints only"
-                . ' strings here'];
+            $message = "nothing is printed: this is of type $type, and \"{$tag->kind->value}\" prints only strings here";
+            return ['unprinted-value', $message];
         }
         return $arrays > 0 ? ['array-as-text', 'this is an array, and prints the word "Array"'] : null;
     }
@@ -82,7 +80,8 @@ final class DataRules
     /** Whether a plain tag prints nothing but numbers, as far as the sample data goes. */
     public function printsNumbers(Document $document, Node $node, Context $context): bool
     {
-        [, $found, , $texts] = $this->probe($context->blocks($document, $node), array_column($node->tag->references, 'text'));
+        $references = array_column($node->tag->references, 'text');
+        [, $found, , $texts] = $this->probe($context->blocks($document, $node), $references);
         return $found > 0 && array_filter($texts, static fn(string $text): bool => !is_numeric($text)) === [];
     }
 
@@ -102,7 +101,8 @@ final class DataRules
     {
         // With a vertical tab in front, no keyword is seen in the first reference.
         $tag = "{\v" . implode(' ', $references) . " '" . self::NOTHING . "'}";
-        [$text, $messages] = $this->engine->render($blocks[0] . self::BEGIN . $tag . self::END . $blocks[1], $this->data);
+        $question = $blocks[0] . self::BEGIN . $tag . self::END . $blocks[1];
+        [$text, $messages] = $this->engine->render($question, $this->data);
         preg_match_all('~' . self::BEGIN . '(.*?)' . self::END . '~s', $text ?? '', $matches);
         $texts = array_values(array_diff($matches[1], [self::NOTHING]));
         $arrays = count(array_keys($messages, 'Array to string conversion'));

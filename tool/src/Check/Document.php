@@ -93,9 +93,10 @@ final class Document
         if ($isBlock && ($tag->swallows || $tag->isCutOff) && $this->isUnclosed($complaint)) {
             $complaint = null;
         }
-        $complaint = $this->nameComplaint($node) ?? $complaint;
+        [$nameComplaint, $notes] = $this->nameComplaint($node);
+        $complaint = $nameComplaint ?? $complaint;
         if ($complaint !== null) {
-            $this->report($complaint, $offset, strlen($tag->source) - (int) $tag->swallows);
+            $this->report($complaint, $offset, strlen($tag->source) - (int) $tag->swallows, $notes);
         }
         if ($isBlock) {
             $this->open[] = count($this->nodes) - 1;
@@ -108,19 +109,18 @@ final class Document
         return $node;
     }
 
-    /** What the engine says against the name of a loop inside the loops around it. */
-    private function nameComplaint(Node $node): ?string
+    /** @return array{?string, list<string>} what the engine says against a loop's name in the loops around it; notes */
+    private function nameComplaint(Node $node): array
     {
-        if ($node->tag->name === '') {
-            return null;
-        }
-        foreach ($this->loopsAround($node) as $outer) {
+        foreach ($node->tag->name === '' ? [] : $this->loopsAround($node) as $outer) {
             if ($outer->tag->name === $node->tag->name && !$outer->tag->swallows) {
                 $block = $node->tag->source . '{' . $node->tag->kind->end()->value . '}';
-                return $this->engine->complaint('{dynamic ' . $outer->tag->name . ",x}$block{/dynamic}", ['x' => []]);
+                $question = '{dynamic ' . $outer->tag->name . ",x}$block{/dynamic}";
+                $notes = ["the loop around it at {$this->place($outer->offset)} bears the same name"];
+                return [$this->engine->complaint($question, ['x' => []]), $notes];
             }
         }
-        return null;
+        return [null, []];
     }
 
     private function close(Tag $tag, int $offset): void
@@ -204,7 +204,7 @@ final class Document
     private function remark(Tag $tag, int $start): void
     {
         foreach ($tag->remarks as [$name, $message, $offset, $length]) {
-            $notes = $name === 'brace-in-tag' ? ["the tag begins at {$this->place($start)}"] : [];
+            $notes = $name === 'brace-in-tag' ? ["the \"{\" is at {$this->place($start + $length)}"] : [];
             $this->problems[] = new Problem($name, $message, $start + $offset, $length, $notes);
         }
     }

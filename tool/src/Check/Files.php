@@ -5,7 +5,7 @@ namespace TemplateTool\Check;
 /** Finds and reads template files. */
 final class Files
 {
-    public const LARGEST = 8 << 20;
+    public const LARGEST = 8000000;
 
     /** @var array<string, ?string> */
     private array $found = [];
@@ -13,12 +13,8 @@ final class Files
     /** @var array<string, true> */
     private array $looked = [];
 
-    /**
-     * $besidePage: whether the folder of the page counts as the last of the include path.
-     *
-     * @param list<string> $includePath
-     */
-    public function __construct(private array $includePath, private bool $besidePage)
+    /** @param list<string> $includePath as in Options */
+    public function __construct(private array $includePath)
     {
     }
 
@@ -28,11 +24,11 @@ final class Files
      */
     public function find(string $name, string $page): ?string
     {
-        $folder = $this->besidePage && $page !== '' ? dirname($page) : '';
-        $key = "$folder\0$name";
+        $folders = $this->folders($page);
+        $key = implode("\0", [...$folders, $name]);
         return array_key_exists($key, $this->found)
             ? $this->found[$key]
-            : $this->found[$key] = $this->search($name, $folder);
+            : $this->found[$key] = $this->search($name, $folders);
     }
 
     /** @return list<string> all paths that were looked at, whether something was there or not */
@@ -47,31 +43,44 @@ final class Files
         return preg_match('~^(?:[a-z][a-z0-9+.-]*://|data:)~i', $name) === 1;
     }
 
-    /** How the file would be named in a call or an include tag: relative to the include path, if it lies there. */
-    public function nameOf(string $path): string
+    /**
+     * How a page can be named in a call or an include tag: relative to the folders in which it lies.
+     *
+     * @return non-empty-list<string>
+     */
+    public function namesOf(string $path): array
     {
-        foreach ([...$this->includePath, ...($this->besidePage ? [dirname($path)] : [])] as $folder) {
-            $folder = realpath($folder) . '/';
+        $names = [];
+        foreach ($this->folders($path) as $folder) {
+            $folder = rtrim(realpath($folder), '/') . '/';
             if (str_starts_with($path, $folder)) {
-                return substr($path, strlen($folder));
+                $names[] = substr($path, strlen($folder));
             }
         }
-        return $path;
+        return [...$names, $path];
+    }
+
+    /** Why a path can't be opened for reading; null when it can. */
+    public static function problem(string $path): ?string
+    {
+        return match (true) {
+            str_contains($path, "\0") => 'no file has such a name',
+            !file_exists($path) => 'no such file',
+            is_dir($path) => 'this is a folder',
+            !is_readable($path) => 'permission denied',
+            default => null,
+        };
     }
 
     /** @throws Unreadable */
     public function read(string $path): Source
     {
-        $problem = match (true) {
-            str_contains($path, "\0") => 'no file has such a name',
-            !file_exists($path) => 'no such file',
-            is_dir($path) => 'this is a folder',
+        $problem = self::problem($path) ?? match (true) {
             !is_file($path) => 'not a plain file',
-            !is_readable($path) => 'permission denied',
             filesize($path) > self::LARGEST => sprintf(
-                'too large for a template: %d MB; the limit is %d MB',
-                filesize($path) >> 20,
-                self::LARGEST >> 20
+                'too large for a template: %.1f MB; the limit is %.1f MB',
+                filesize($path) / 1e6,
+                self::LARGEST / 1e6
             ),
             default => null,
         };
@@ -87,12 +96,24 @@ final class Files
         return new Source($path, $text, realpath($path));
     }
 
-    private function search(string $name, string $pageFolder): ?string
+    /** @return list<string> the include path for a page */
+    public function folders(string $page): array
+    {
+        $folders = [];
+        foreach ($this->includePath as $folder) {
+            if ($folder !== '' || $page !== '') {
+                $folders[] = $folder === '' ? dirname($page) : $folder;
+            }
+        }
+        return $folders;
+    }
+
+    /** @param list<string> $folders */
+    private function search(string $name, array $folders): ?string
     {
         if ($name === '' || str_contains($name, "\0") || self::isStream($name)) {
             return null;
         }
-        $folders = [...$this->includePath, ...($pageFolder !== '' ? [$pageFolder] : [])];
         $isFixed = preg_match('~^(?:/|\.\.?/)~', $name) === 1;
         foreach ($isFixed ? [''] : $folders as $folder) {
             $path = $isFixed ? $name : preg_replace('~^(?:\./+)+~', '', rtrim($folder, '/') . "/$name");

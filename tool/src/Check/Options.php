@@ -6,8 +6,8 @@ namespace TemplateTool\Check;
 final class Options
 {
     /**
-     * $includePath: the folders in which included files are looked for, in this order.
-     * $besidePage: whether they are also looked for in the folder of the page, the template that nothing includes.
+     * $includePath: the folders in which included files are looked for, in this order. An empty one stands for the
+     * folder of the page, the template that nothing includes.
      * $off: the names of warnings that aren't wanted.
      * $security: whether the warnings about escaping and includes from data are wanted.
      * $data: what the templates are meant for; null when nothing is known of it.
@@ -17,7 +17,6 @@ final class Options
      */
     public function __construct(
         public readonly array $includePath = ['.'],
-        public readonly bool $besidePage = false,
         public readonly array $off = [],
         public readonly bool $security = false,
         public readonly ?array $data = null,

@@ -39,7 +39,7 @@ final class SecurityRules
                     return ['wrong-escaping', "\"$keyword\" doesn't escape what matters here ($place)"];
                 }
                 if ($place === HtmlPlace::SINGLE_QUOTED) {
-                    $message = "\"$keyword\" leaves single quotes alone, so a value can end this single-quoted attribute";
+                    $message = "\"$keyword\" leaves single quotes alone: a value can end this single-quoted attribute";
                     return ['single-quoted-attribute', $message];
                 }
                 if ($place === HtmlPlace::UNQUOTED) {

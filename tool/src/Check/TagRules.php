@@ -21,8 +21,8 @@ final class TagRules
     private function ending(Tag $tag): array
     {
         if ($tag->swallows) {
-            $message = 'a "{" inside a tag swallows the rest of the template, closing braces included';
-            return [['brace-in-tag', $message, strlen($tag->source) - 1, 1]];
+            $message = 'this tag isn\'t closed before the next "{", which swallows the rest of the template';
+            return [['brace-in-tag', $message, 0, strlen($tag->source) - 1]];
         }
         return $tag->isCutOff ? [['cut-off-tag', 'the template ends inside this tag', 0, strlen($tag->source)]] : [];
     }
@@ -70,8 +70,8 @@ final class TagRules
             foreach ([2 => 'name', 3 => 'reference'] as $side => $owner) {
                 [$blanks, $offset] = $match[$side];
                 if ($blanks !== '') {
-                    $message = "this blank belongs to the $owner: "
-                        . ($owner === 'name' ? "\"{$match[1][0]}::*\" doesn't reach this loop" : 'the loop finds nothing');
+                    $effect = $owner === 'name' ? "\"{$match[1][0]}::*\" doesn't reach this loop" : 'the loop finds nothing';
+                    $message = "this blank belongs to the $owner: $effect";
                     $remarks[] = ['blank-at-comma', $message, $tag->argumentOffset + $offset, strlen($blanks)];
                 }
             }
@@ -93,7 +93,7 @@ final class TagRules
             }
             if (preg_match('/\S\s/', $reference->text)) {
                 $what = $tag->kind->isLoop() ? 'a loop' : 'an escaping tag';
-                $message = "$what takes one reference and nothing else: all of \"$reference->text\" is taken for a name";
+                $message = "$what takes one reference, nothing else: all of \"$reference->text\" is taken for a name";
                 $remarks[] = ['blank-in-reference', $message, $reference->offset, strlen($reference->text)];
             }
         }

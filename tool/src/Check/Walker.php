@@ -160,7 +160,7 @@ final class Walker
         $tag = $node->tag;
         $name = $this->includedName($tag);
         if ($this->options->security && $this->isFromData($tag, $name, $context)) {
-            $message = "the data decides which file is included here: \"$tag->argument\" may name any file that PHP may read";
+            $message = "the data decides which file is included: \"$tag->argument\" may name any file that PHP may read";
             $this->warn($document, $node, $context, 'include-from-data', $message);
         }
         if (isset($context->names[$name])) {
@@ -210,9 +210,12 @@ final class Walker
 
     private function isFromData(Tag $tag, string $name, Context $context): bool
     {
-        return $this->options->data === null
-            ? str_contains($name, '::') || (!str_contains($name, '.') && $this->files->find($name, $context->page) === null)
-            : $name !== $tag->argument || $tag->references[0]->find($this->options->data) === [$name];
+        if ($this->options->data !== null) {
+            return $name !== $tag->argument || $tag->references[0]->find($this->options->data) === [$name];
+        }
+        // A name without a dot is hardly that of a file.
+        return str_contains($name, '::')
+            || (!str_contains($name, '.') && $this->files->find($name, $context->page) === null);
     }
 
     private function fail(Document $document, Node $node, Context $context, ?string $complaint): void

@@ -3,6 +3,8 @@
 namespace TemplateTool\Console;
 
 use Symfony\Component\Console\Application as ConsoleApplication;
+use Symfony\Component\Console\Input\InputInterface;
+use Symfony\Component\Console\Output\OutputInterface;
 
 final class Application extends ConsoleApplication
 {
@@ -16,5 +18,12 @@ final class Application extends ConsoleApplication
         $this->add(new TreeCommand());
         $this->add(new ExplainCommand());
         $this->add(new CompletionCommand());
+    }
+
+    /** A misspelt command is an error and no question. */
+    protected function configureIO(InputInterface $input, OutputInterface $output): void
+    {
+        parent::configureIO($input, $output);
+        $input->setInteractive(false);
     }
 }

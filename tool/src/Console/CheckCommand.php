@@ -31,7 +31,7 @@ final class CheckCommand extends Command
             ->addArgument('path', InputArgument::REQUIRED | InputArgument::IS_ARRAY, 'Files or folders, or "-" for the'
                 . ' standard input')
             ->addOption('data', 'd', InputOption::VALUE_REQUIRED, 'Sample data. ' . Data::JSON_HELP)
-            ->addOption('security', null, InputOption::VALUE_NONE, 'Looks also at escaping, and at includes from the data')
+            ->addOption('security', null, InputOption::VALUE_NONE, 'Looks also at escaping and at includes from the data')
             ->addOption('off', null, $several, 'A warning that isn\'t wanted, by its name')
             ->addOption('errors-only', 'e', InputOption::VALUE_NONE, 'Turns off all warnings')
             ->addOption('format', 'f', InputOption::VALUE_REQUIRED, implode(', ', Report::FORMATS), 'text')
@@ -74,7 +74,6 @@ final class CheckCommand extends Command
         $paths = $input->getArgument('path');
         $checker = new Checker(new Options(
             IncludePath::of($input, $paths),
-            $input->getOption('include-path') === [],
             $this->off($input),
             $input->getOption('security'),
             Data::read($input, $input->getOption('data'))

@@ -20,7 +20,8 @@ final class CompletionCommand extends Command
 
                 and this into <info>~/.zshrc</info>:
 
-                  <info>autoload -U compinit bashcompinit && compinit && bashcompinit && eval "$(template completion)"</info>
+                  <info>autoload -U compinit bashcompinit && compinit && bashcompinit</info>
+                  <info>eval "$(template completion)"</info>
                 HELP);
     }
 

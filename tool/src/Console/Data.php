@@ -5,6 +5,7 @@ namespace TemplateTool\Console;
 use Symfony\Component\Console\Command\Command;
 use Symfony\Component\Console\Input\InputInterface;
 use Symfony\Component\Console\Input\InputOption;
+use TemplateTool\Check\Files;
 
 /** The data that a command is given: from a JSON file, a PHP file, and single values of the command line. */
 final class Data
@@ -76,8 +77,8 @@ final class Data
 
     private static function mustExist(string $file): void
     {
-        if (is_dir($file) || !file_exists($file) || !is_readable($file)) {
-            $problem = is_dir($file) ? 'this is a folder' : (file_exists($file) ? 'permission denied' : 'no such file');
+        $problem = Files::problem($file);
+        if ($problem !== null) {
             throw new Failure("$file: $problem");
         }
     }

@@ -57,8 +57,11 @@ final class ExplainCommand extends Command
     {
         $groups = ['Always' => [], 'With --security' => [], 'With sample data' => []];
         foreach (Catalogue::all() as $name => $warning) {
-            $group = isset($warning['security']) ? 'With --security' : (isset($warning['data']) ? 'With sample data' : 'Always');
-            $groups[$group][$name] = $warning;
+            $groups[match (true) {
+                isset($warning['security']) => 'With --security',
+                isset($warning['data']) => 'With sample data',
+                default => 'Always',
+            }][$name] = $warning;
         }
         return $groups;
     }

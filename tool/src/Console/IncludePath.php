@@ -7,6 +7,9 @@ use Symfony\Component\Console\Input\InputInterface;
 /** Where included files are looked for: where the options say, else in the folders of the command line. */
 final class IncludePath
 {
+    // As Check\Options has it.
+    private const OF_PAGE = '';
+
     /**
      * @param list<string> $paths
      * @return list<string>
@@ -20,7 +23,8 @@ final class IncludePath
             }
         }
         // PHP's own setting comes last; its "." is the current folder.
-        $folders = $folders ?: array_filter($paths, static fn(string $path): bool => $path !== '-' && is_dir($path));
+        $given = array_filter($paths, static fn(string $path): bool => $path !== '-' && is_dir($path));
+        $folders = $folders ?: [...$given, self::OF_PAGE];
         return array_values(array_unique([...$folders, ...explode(PATH_SEPARATOR, get_include_path())]));
     }
 }

@@ -20,7 +20,7 @@ final class JsonText
         }
         $offset = match ($error) {
             JSON_ERROR_UTF8 => self::firstOutsideUtf8($text),
-            JSON_ERROR_SYNTAX, JSON_ERROR_CTRL_CHAR => self::firstUnexpected($text),
+            JSON_ERROR_SYNTAX, JSON_ERROR_CTRL_CHAR, JSON_ERROR_STATE_MISMATCH => self::firstUnexpected($text),
             default => null,
         };
         if ($offset === null) {

@@ -23,17 +23,17 @@ final class ManPage
             $page .= '.B template ' . self::escape($command->getName()) . "\n"
                 . self::escape(trim(substr($command->getSynopsis(true), strlen($command->getName())))) . "\n.br\n";
         }
-        $page .= ".SH DESCRIPTION\n" . self::text('Renders the templates of the PHP extension "template" and finds what is '
-            . "wrong in them. It is run by the PHP that has the extension.") . ".SH COMMANDS\n";
+        $description = 'Renders the templates of the PHP extension "template" and finds what is wrong in them.';
+        $page .= ".SH DESCRIPTION\n" . self::text($description) . ".SH COMMANDS\n";
         foreach ($commands as $command) {
             $page .= self::command($command);
         }
-        $page .= ".SH WARNINGS\n" . self::text('What "template check" warns about; "template explain NAME" tells more.');
+        $page .= ".SH WARNINGS\n" . self::text('What "template check" warns about. "template explain" tells more.');
         foreach (Catalogue::all() as $name => $warning) {
             $condition = isset($warning['security']) ? ' (with --security)' : '';
             $page .= ".TP\n.B " . self::escape($name) . "\n" . self::escape($warning['summary'] . $condition) . "\n";
         }
-        return $page . ".SH OPTIONS\n" . self::text('All commands know --help, --quiet, --ansi and --no-ansi (colours).')
+        return $page . ".SH OPTIONS\n" . self::text('All commands know --help, --quiet, --ansi and --no-ansi.')
             . ".SH EXIT STATUS\n"
             . ".TP\n.B 0\nAll is well.\n.TP\n.B 1\nA template has an error, or a check has found something.\n"
             . ".TP\n.B 2\nWrong usage, or a file that can't be read.\n.SH SEE ALSO\n.BR php (1)\n";
@@ -41,8 +41,8 @@ final class ManPage
 
     private static function command(Command $command): string
     {
-        $page = '.SS template ' . self::escape($command->getName()) . "\n" . self::text($command->getDescription() . '.')
-            . self::text($command->getHelp());
+        $page = '.SS template ' . self::escape($command->getName()) . "\n"
+            . self::text($command->getDescription() . '.') . self::text($command->getHelp());
         $definition = $command->getNativeDefinition();
         foreach ($definition->getArguments() as $argument) {
             $page .= self::item(strtoupper($argument->getName()), $argument->getDescription());

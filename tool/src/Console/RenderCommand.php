@@ -7,6 +7,7 @@ use Symfony\Component\Console\Input\InputArgument;
 use Symfony\Component\Console\Input\InputInterface;
 use Symfony\Component\Console\Input\InputOption;
 use Symfony\Component\Console\Output\OutputInterface;
+use TemplateTool\Check\Files;
 
 final class RenderCommand extends Command
 {
@@ -19,7 +20,7 @@ final class RenderCommand extends Command
             ->setDescription('Renders a page')
             ->addArgument('page', InputArgument::OPTIONAL, 'The template')
             ->addArgument('data', InputArgument::OPTIONAL, 'The data. ' . Data::JSON_HELP)
-            ->addOption('output', 'o', InputOption::VALUE_REQUIRED, 'A file to write to, in place of the standard output')
+            ->addOption('output', 'o', InputOption::VALUE_REQUIRED, 'A file to write to, else the standard output')
             ->addOption('string', null, InputOption::VALUE_REQUIRED, 'A template given as text, in place of a page')
             ->addOption('include-path', 'I', $several, 'A folder in which included files are looked for (else that of'
                 . ' the page)')
@@ -33,8 +34,8 @@ final class RenderCommand extends Command
               <info>template render page.tpl --data-php data.php --watch -o page.html</info>
               <info>template render --string 'Hello {user::name}, {count}' --set user::name=Ann --set count:=3</info>
 
-            Values of <info>--set</info> count more than those of <info>--data-php</info>, and these more than those of the
-            JSON file. An error of a template is printed with its line and column, and nothing is written.
+            Values of <info>--set</info> count more than those of <info>--data-php</info>, and these more than those of
+            the JSON file. An error of a template is printed with its line and column, and nothing is written.
 
             The exit status is 0 when all went well, 1 for an error of a template, and 2 for wrong usage or data that
             can't be read.
@@ -56,15 +57,14 @@ final class RenderCommand extends Command
         if ($text === null && $page === null) {
             throw new Failure('render: give a page or --string');
         }
-        if ($page !== null && (is_dir($page) || !is_readable($page))) {
-            $isThere = file_exists($page);
-            throw new Failure("$page: " . (is_dir($page) ? 'this is a folder' : ($isThere ? 'permission denied' : 'no such file')));
+        $problem = $page === null ? null : Files::problem($page);
+        if ($problem !== null) {
+            throw new Failure("$page: $problem");
         }
         $renderer = new Renderer(
             $page,
             $text,
             IncludePath::of($input, []),
-            $input->getOption('include-path') === [],
             $output->isDecorated()
         );
         if ($input->getOption('watch')) {

@@ -12,6 +12,7 @@ use TemplateTool\Report\Text;
 /** Renders one page, and tells where its errors are. */
 final class Renderer
 {
+    private Files $files;
     private float $seconds = 0;
     private int $memory = 0;
     private int $bytes = 0;
@@ -25,19 +26,15 @@ final class Renderer
         private ?string $page,
         private ?string $text,
         private array $includePath,
-        private bool $besidePage,
         private bool $isDecorated,
     ) {
+        $this->files = new Files($includePath);
     }
 
     /** The rendered page. Null after an error, which has been reported. */
     public function render(array $data): ?string
     {
-        $folders = $this->includePath;
-        if ($this->page !== null && $this->besidePage) {
-            $folders[] = dirname($this->page);
-        }
-        set_include_path(implode(PATH_SEPARATOR, $folders));
+        set_include_path(implode(PATH_SEPARATOR, $this->files->folders($this->page ?? '')));
         $messages = [];
         set_error_handler(static function (int $level, string $message) use (&$messages): bool {
             $messages[] = $message;
@@ -81,9 +78,13 @@ final class Renderer
             return $this->text;
         }
         $path = realpath($this->page);
-        $name = (new Files($this->includePath, $this->besidePage))->nameOf($path);
-        $found = stream_resolve_include_path($name);
-        return $found !== false && realpath($found) === $path ? $name : $path;
+        foreach ($this->files->namesOf($path) as $name) {
+            // Another file of this name may come earlier in the include path.
+            if (stream_resolve_include_path($name) === $path) {
+                return $name;
+            }
+        }
+        return $path;
     }
 
     /** Prints what the engine, or PHP on its behalf, has said, each with its place if that is known. */
@@ -128,7 +129,7 @@ final class Renderer
 
     private function check(array $data, ?array &$findings = null): Checker
     {
-        $checker = new Checker(new Options($this->includePath, $this->besidePage, data: $data));
+        $checker = new Checker(new Options($this->includePath, data: $data));
         $findings = $this->page === null
             ? $checker->checkText($this->text)
             : $checker->checkFiles([$this->page]);

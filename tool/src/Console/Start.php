@@ -55,8 +55,10 @@ final class Start
             }
             return 'the extension isn\'t loaded: build it with "phpize && ./configure && make", or enable it in PHP';
         }
-        if (!extension_loaded('mbstring') || !extension_loaded('intl')) {
-            return 'PHP\'s extensions mbstring and intl are needed: apt-get install php8.2-mbstring php8.2-intl';
+        foreach (['ctype' => 'common', 'mbstring' => 'mbstring', 'intl' => 'intl'] as $extension => $package) {
+            if (!extension_loaded($extension)) {
+                return "PHP's extension $extension is needed: apt-get install php8.2-$package";
+            }
         }
         return self::prepare($root)
             ? null

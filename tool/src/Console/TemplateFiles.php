@@ -41,7 +41,7 @@ final class TemplateFiles
             }
             if (is_dir($path) && !is_link($path)) {
                 array_push($files, ...self::folder($path, $patterns));
-            } elseif (is_file($path) && array_filter($patterns, fn(string $pattern): bool => fnmatch($pattern, $entry))) {
+            } elseif (array_filter($patterns, fn($pattern): bool => fnmatch($pattern, $entry)) && is_file($path)) {
                 $files[] = $path;
             }
         }

@@ -30,8 +30,8 @@ final class TreeCommand extends Command
                 . ' the page)');
         Data::addOptions($this);
         $this->setHelp(<<<'HELP'
-            Shows the tags of a template and of the files that it includes, how they are nested, and what their references
-            mean. With sample data it also says what that settles: which sections are shown, how often loops run, what
+            Shows the tags of a template and of the files that it includes, how they are nested, and what their
+            references mean. With sample data it also says what that settles: which sections are shown, how often loops run, what
             tags print. What depends on the element of a loop is open.
 
               <info>template tree page.tpl data.json</info>
@@ -56,7 +56,6 @@ final class TreeCommand extends Command
         }
         $checker = new Checker(new Options(
             IncludePath::of($input, []),
-            $input->getOption('include-path') === [],
             data: Data::read($input, $input->getArgument('data'))
         ));
         try {
