@@ -60,7 +60,7 @@ final class Tree
             'references' => $tag->references,
             'fallback' => $tag->fallback,
             'compared' => $tag->compared === '' ? null : $tag->compared,
-            'note' => $tag->complaint,
+            'note' => $tag->complaint ?? $this->blockNote($node),
             'settled' => $tag->complaint === null && $this->data !== null ? $this->settled($tag) : null,
         ];
         $children = [];
@@ -68,6 +68,16 @@ final class Tree
             [$fields['included'], $fields['note'], $children] = $this->included($document, $node, $context);
         }
         return array_filter($fields, static fn($value): bool => $value !== null) + ['children' => $children];
+    }
+
+    private function blockNote(Node $node): ?string
+    {
+        return match (true) {
+            $node->tag->kind->end() === null => null,
+            $node->end === null => 'never closed',
+            $node->depth === self::DEEPEST - 1 => 'what is inside is not shown',
+            default => null,
+        };
     }
 
     /** @return array{?string, ?string, list<array>} the path of the included file, a note, and its tree */

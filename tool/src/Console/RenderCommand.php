@@ -12,6 +12,7 @@ use TemplateTool\Check\Files;
 final class RenderCommand extends Command
 {
     private const WATCH_INTERVAL = 200000;
+    private const SMALL = 1 << 20;
 
     protected function configure(): void
     {
@@ -97,7 +98,10 @@ final class RenderCommand extends Command
             throw new Failure('render --watch: the data can\'t come from the standard input, which is read once');
         }
         $files = Data::files($input, $json);
+        $watched = [...$files, ...$renderer->watched([])];
         while (true) {
+            $state = self::state($watched);
+            $start = time();
             $data = [];
             try {
                 $data = Data::read($input, $json) ?? [];
@@ -111,19 +115,30 @@ final class RenderCommand extends Command
                 $count = count(array_filter($watched, is_file(...)));
                 fwrite(STDERR, sprintf("%s rendered; watching %d files, Ctrl-C ends\n", date('H:i:s'), $count));
             }
-            $state = self::state($watched);
-            while (self::state($watched) === $state) {
+            // The state from before the reading counts. What has come in with this round may have changed meanwhile.
+            foreach (self::state($watched) as $file => $now) {
+                $state[$file] ??= @filemtime($file) >= $start ? 'unknown' : $now;
+            }
+            while (array_intersect_key($state, $now = self::state($watched)) == $now) {
                 usleep(self::WATCH_INTERVAL);
             }
         }
     }
 
+    /**
+     * @param list<string> $files
+     * @return array<string, string> by file
+     */
     private static function state(array $files): array
     {
         clearstatcache();
-        return array_map(static function (string $file): string {
+        $state = [];
+        foreach ($files as $file) {
             $stat = @stat($file);
-            return $stat ? "$stat[ino] $stat[mtime] $stat[size]" : '';
-        }, $files);
+            // Times count seconds only; what a small file holds tells more.
+            $hash = $stat && $stat['size'] <= self::SMALL ? @hash_file('xxh3', $file) : '';
+            $state[$file] = $stat ? "$stat[ino] $stat[mtime] $stat[size] $hash" : '';
+        }
+        return $state;
     }
 }

@@ -80,8 +80,8 @@ final class Report
         $place = strtr($finding->source->name, $property);
         $title = $finding->name ?? 'template error';
         $message = strtr(implode("\n", [$finding->message, ...$finding->notes, ...self::chain($finding)]), $escape);
-        return "::$finding->severity file=$place,line=$finding->line,endLine=$finding->endLine,"
-            . "col=$finding->column,endColumn=$finding->endColumn,title=$title::$message\n";
+        return mb_scrub("::$finding->severity file=$place,line=$finding->line,endLine=$finding->endLine,"
+            . "col=$finding->column,endColumn=$finding->endColumn,title=$title::$message\n", 'UTF-8');
     }
 
     /** @return list<string> */
