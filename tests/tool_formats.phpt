@@ -35,6 +35,7 @@ commands([
     ['check site/clean.html -f json', 0, "[]\n", ''],
     ['check site/clean.html -f github', 0, '', ''],
     ['check -', 0, "No findings in 1 template.\n", '', '{a}'],
+    ['check -', 2, '', "template: standard input: not a text file: there is a NUL byte at offset 2\n", "{a\0}"],
     ['check site --errors-only --name "c*" -f text', 0, "No findings in 1 template.\n", ''],
     ['check site --name "*.css"', 2, '', "template: site: no file here is named like *.css (--name)\n"],
     ['check site/sub -e -f github --name "*.htm"', 1, $any, ''],
@@ -166,7 +167,7 @@ site/sub/odd&"<name>.htm:2:1-6 error Bad formated parameter'�::': too many :
         "includedFrom": []
     }
 ]
-14 commands
+15 commands
 2 commands
 0 No findings in 200 templates.
 a progress bar

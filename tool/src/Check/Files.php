@@ -52,8 +52,8 @@ final class Files
     {
         $names = [];
         foreach ($this->folders($path) as $folder) {
-            $folder = rtrim(realpath($folder), '/') . '/';
-            if (str_starts_with($path, $folder)) {
+            $folder = rtrim((string) realpath($folder), '/') . '/';
+            if ($folder !== '/' && str_starts_with($path, $folder)) {
                 $names[] = substr($path, strlen($folder));
             }
         }
@@ -72,6 +72,13 @@ final class Files
         };
     }
 
+    /** Why a text is hardly a template; null when it may be one. */
+    public static function textProblem(string $text): ?string
+    {
+        $offset = strpos($text, "\0");
+        return $offset === false ? null : "not a text file: there is a NUL byte at offset $offset";
+    }
+
     /** @throws Unreadable */
     public function read(string $path): Source
     {
@@ -85,15 +92,11 @@ final class Files
             default => null,
         };
         $text = $problem === null ? @file_get_contents($path) : '';
-        if ($text === false) {
-            $problem = 'reading failed';
-        } elseif (str_contains($text, "\0")) {
-            $problem = sprintf('not a text file: there is a NUL byte at offset %d', strpos($text, "\0"));
-        }
+        $problem ??= $text === false ? 'reading failed' : self::textProblem($text);
         if ($problem !== null) {
             throw new Unreadable("$path: $problem");
         }
-        return new Source($path, $text, realpath($path));
+        return new Source($path, $text, realpath($path) ?: $path);
     }
 
     /** @return list<string> the include path for a page */

@@ -13,6 +13,7 @@ use Symfony\Component\Console\Output\ConsoleOutputInterface;
 use Symfony\Component\Console\Output\OutputInterface;
 use TemplateTool\Check\Catalogue;
 use TemplateTool\Check\Checker;
+use TemplateTool\Check\Files;
 use TemplateTool\Check\Options;
 use TemplateTool\Report\Paint;
 use TemplateTool\Report\Report;
@@ -79,7 +80,7 @@ final class CheckCommand extends Command
             Data::read($input, $input->getOption('data'))
         ));
         [$findings, $files] = $paths === ['-']
-            ? [$checker->checkText(stream_get_contents(STDIN), 'standard input'), 1]
+            ? [$checker->checkText(self::input(), 'standard input'), 1]
             : $this->checkFiles($checker, $paths, $input->getOption('name') ?: self::PATTERNS, $output);
 
         foreach ($checker->unreadable() as $problem) {
@@ -92,6 +93,16 @@ final class CheckCommand extends Command
             $findings !== [] => Start::FINDINGS,
             default => Start::GOOD,
         };
+    }
+
+    private static function input(): string
+    {
+        $text = stream_get_contents(STDIN);
+        $problem = Files::textProblem($text);
+        if ($problem !== null) {
+            throw new Failure("standard input: $problem");
+        }
+        return $text;
     }
 
     private function off(InputInterface $input): array

@@ -78,7 +78,7 @@ final class Start
 
     private static function fail(string $message): int
     {
-        fwrite(STDERR, 'template: ' . trim(preg_replace('/\s+/', ' ', $message)) . "\n");
+        fwrite(STDERR, 'template: ' . trim(preg_replace('/[\s\x00-\x1F\x7F]+/', ' ', $message)) . "\n");
         return self::FAILURE;
     }
 }

@@ -16,7 +16,7 @@ final class Text
     public function one(Finding $finding): string
     {
         $colour = $finding->isError() ? 'red' : 'yellow';
-        $place = "{$finding->source->name}:$finding->line:$finding->column:";
+        $place = self::visible($finding->source->name) . ":$finding->line:$finding->column:";
         $name = $finding->name === null ? '' : ' ' . ($this->paint)("[$finding->name]", $colour);
         $text = ($this->paint)($place, '', 'bold') . ' ' . ($this->paint)("$finding->severity:", $colour, 'bold')
             . ' ' . self::visible($finding->message) . "$name\n" . $this->excerpt($finding, $colour);
@@ -25,7 +25,7 @@ final class Text
             $text .= $margin . ($this->paint)('= ', 'cyan') . self::visible($note) . "\n";
         }
         foreach ($finding->includedFrom as ['file' => $file, 'line' => $line, 'column' => $column]) {
-            $text .= $margin . ($this->paint)('= ', 'cyan') . "included from $file:$line:$column\n";
+            $text .= $margin . ($this->paint)('= ', 'cyan') . 'included from ' . self::visible($file) . ":$line:$column\n";
         }
         return $text;
     }
