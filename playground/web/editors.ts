@@ -9,7 +9,7 @@ import {
   drawSelection, EditorView, highlightActiveLine, highlightActiveLineGutter, keymap, lineNumbers,
 } from "@codemirror/view";
 import { highlighting, htmlLanguage, templateLanguage } from "./mode";
-import type { Finding } from "./server";
+import type { Problem } from "./problems";
 
 const look: Extension = [lineNumbers(), drawSelection(), EditorView.lineWrapping, highlighting];
 
@@ -55,16 +55,16 @@ export function offsetOf(state: EditorState, line: number, column: number): numb
   return from + [...text].slice(0, column - 1).join("").length;
 }
 
-export function underline(view: EditorView, findings: Finding[]): void {
+export function underline(view: EditorView, problems: Problem[]): void {
   const { state } = view;
-  const diagnostics = findings.map((finding): Diagnostic => {
-    const from = offsetOf(state, finding.line, finding.column);
-    const to = Math.max(offsetOf(state, finding.endLine, finding.endColumn), Math.min(from + 1, state.doc.length));
+  const diagnostics = problems.map((problem): Diagnostic => {
+    const from = offsetOf(state, problem.line ?? 1, problem.column ?? 1);
+    const to = Math.max(offsetOf(state, problem.endLine ?? 1, problem.endColumn ?? 1), Math.min(from + 1, state.doc.length));
     return {
       from,
       to,
-      severity: finding.severity,
-      message: [finding.message, ...finding.notes].join("\n"),
+      severity: problem.severity,
+      message: [problem.message, ...(problem.notes ?? [])].join("\n"),
     };
   });
   view.dispatch(setDiagnostics(state, diagnostics));

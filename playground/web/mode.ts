@@ -11,7 +11,7 @@ type Place = "text" | "begin" | "name" | "reference" | "file" | "compared" | "ig
 interface TemplateState {
   place: Place;
   keyword: string;
-  html: unknown;
+  html: object;
 }
 
 const htmlMode = html as StreamParser<any>;
@@ -19,7 +19,7 @@ const htmlMode = html as StreamParser<any>;
 export const template: StreamParser<TemplateState> = {
   name: "template",
   startState: (unit) => ({ place: "text", keyword: "", html: htmlMode.startState!(unit) }),
-  copyState: (state) => ({ ...state, html: htmlMode.copyState!(state.html) }),
+  copyState: (state) => ({ ...state, html: { ...state.html } }),
   token(stream, state) {
     switch (state.place) {
       case "text":
