@@ -103,8 +103,9 @@ $handled = fn(string $template, array $data, bool $mode = true): Closure => func
         restore_error_handler();
     }
 };
-$left_open = fn(): int => count(get_resources('stream'));
-$streams = $left_open();
+// Under opcache the script's own file may be closed meanwhile.
+$streams = count(get_resources('stream'));
+$left_open = fn(): int => max(0, count(get_resources('stream')) - $streams);
 $rest = ['spy' => new Spy($throw), 'after' => $after, 'l' => [new Spy($throw), $after], 'a' => [], 'la' => [[], $after], 'v' => 'V'];
 $place = fn(string $template): array => [$template, $template, $rest, $thrown];
 $stream = fn(string $deed, string $template): array =>
@@ -121,7 +122,7 @@ table([
     $stream('close', '{include spy://x}{after}'), $stream('close', '{include spy://{/optional}'), $stream('close', '{dynamic l}{include spy://x}'),
     ['the file of the call itself', fn() => spied(['close' => $throw], 'spy://{v}', $rest, false), null, $thrown],
     ['exception on its way out while files are closed', fn() => spied(['close' => fn() => print "closing\n"], 'spy://{spy}', $rest, false), null, $thrown],
-    ['all files closed', $left_open, null, $streams],
+    ['all files closed', $left_open, null, 0],
     ['and the next call works', '{v}', $rest, 'V'],
 ]);
 
@@ -165,7 +166,7 @@ table([
     ['pclose of the file', fn() => template('around.tpl', ['s' => $close('pclose'), 'v' => 'V']), null, fails('basic_string::append')],
     ['pclose while an included file is opened', fn() => spied(['open' => fn() => (string) $close('pclose')], 'opens.tpl', [], false), null,
         fails('basic_string::append')],
-    ['all files closed', $left_open, null, $streams],
+    ['all files closed', $left_open, null, 0],
 ]);
 ?>
 --EXPECT--
