@@ -65,20 +65,25 @@ foreach ([SIGINT, SIGTERM, SIGHUP] as $signal) {
         $isInterrupted = true;
     });
 }
-for ($tries = 0; !answers($port) && $tries < 100; $tries++) {
-    usleep(50000);
+while (!$isInterrupted && !answers($port) && proc_get_status($server)['running']) {
+    usleep(20000);
 }
-echo "The playground is at http://127.0.0.1:$port/ (Ctrl-C ends it)\n";
+if (proc_get_status($server)['running']) {
+    echo "The playground is at http://127.0.0.1:$port/ (Ctrl-C ends it)\n";
+}
 while (!$isInterrupted && proc_get_status($server)['running']) {
     usleep(200000);
 }
 
-exec('kill -s TERM -- -' . proc_get_status($server)['pid'] . ' 2>&1');
+// Also when the first process has ended by itself: the others, which share its socket, may be left.
+$group = proc_get_status($server)['pid'];
+exec("kill -s TERM -- -$group 2>&1");
 proc_close($server);
-foreach (array_reverse(iterator_to_array(new RecursiveIteratorIterator(
-    new RecursiveDirectoryIterator($requests, FilesystemIterator::SKIP_DOTS),
-    RecursiveIteratorIterator::SELF_FIRST
-), false)) as $file) {
+for ($tries = 0; $tries < 100 && exec("kill -s 0 -- -$group 2>&1 && echo alive") === 'alive'; $tries++) {
+    usleep(20000);
+}
+$inside = new RecursiveDirectoryIterator($requests, FilesystemIterator::SKIP_DOTS);
+foreach (new RecursiveIteratorIterator($inside, RecursiveIteratorIterator::CHILD_FIRST) as $file) {
     $file->isDir() ? rmdir($file) : unlink($file);
 }
 rmdir($requests);

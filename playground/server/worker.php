@@ -41,8 +41,10 @@ function rendered(array $data): array
 {
     $messages = [];
     set_error_handler(static function (int $level, string $message) use (&$messages): bool {
-        // The checker tells about files that aren't there; where this server's files lie is nobody's business.
-        if (!str_contains($message, 'open_basedir')) {
+        if (str_contains($message, 'Unable to find the wrapper')) {
+            $messages['An include names a stream; only files of this page can be included here.'] = true;
+        } elseif (!str_contains($message, 'open_basedir')) {
+            // Those are left to the checker: where this server's files lie is nobody's business.
             $messages[$message] = true;
         }
         return true;

@@ -150,6 +150,7 @@ test("each example renders; the error's example shows its error", async () => {
       await page.getByRole("button", { name: "Next example" }).click();
       const { page: html, findings } = await (await answer).json();
       const errors = findings.filter(({ severity }) => severity === "error").map(({ message }) => message);
+      assert.equal((await page.locator("#time").textContent()) === "no page", html === null, title);
       assert.deepEqual([html === null, errors], title.includes("wrong") ? [true, ["Missing closing tag"]] : [false, []], title);
       await picture(`example-${number}`);
     }
@@ -185,10 +186,13 @@ test("a page can neither run scripts nor load anything", async () => {
     <p onclick="document.title = 'hacked'">end of the page</p><a href="http://example.invalid/c">link</a>`);
   await waitForText(rendered(), "end of the page");
   await rendered().locator("p").click();
+  await rendered().locator("a").click();
   assert.doesNotMatch(await rendered().innerText(), /root:/);
   assert.equal(await page.title(), "template – playground");
   assert.ok(forbidden >= 3, `${forbidden} requests were forbidden`);
   assert.deepEqual(foreign, []);
+  assert.equal(context.pages().length, 1);
+  assert.equal(await rendered().locator("a").textContent(), "link");
   assert.equal(await page.locator("#list .warning").count(), 3);
   await picture("break-out");
 });

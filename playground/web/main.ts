@@ -12,9 +12,9 @@ import { showTree } from "./tree";
 const PAUSE = 150;
 const DATA = "data.json";
 const VIEW_LABELS: Record<View, string> = { page: "Page", source: "Source", tree: "Blocks" };
-const NO_PAGE = "no page: this is the last good one";
-// A fragment without a style of its own looks like a page; anything that the page says counts more.
-const BASE_STYLE = "<style>:where(html){font:16px/1.5 system-ui,sans-serif}:where(body){margin:1rem}</style>";
+// A fragment without a style of its own looks like a page; anything that the page says counts more. Links lead nowhere:
+// new windows are forbidden to the frame.
+const BASE = "<base target=_blank><style>:where(html){font:16px/1.5 system-ui,sans-serif}:where(body){margin:1rem}</style>";
 
 const element = <T extends HTMLElement = HTMLElement>(id: string) => document.getElementById(id) as T;
 
@@ -46,6 +46,7 @@ function load(state: State): void {
   }
   data.setState(dataState(state.data, changed));
   view = state.view;
+  shownPage = null;
   open = state.open;
   templates.setState(states.get(open)!);
   problems = [];
@@ -83,11 +84,11 @@ function showResult(result: Result): void {
   problems = result.findings.map((finding) => ({ ...finding }));
   const told = new Set(errors.map((error) => `${error.message} in ${error.file}`));
   const untold = result.messages.filter((message) => !told.has(message));
-  for (const message of [result.stopped, ...untold, ...result.unreadable, result.unchecked]) {
-    if (message) {
-      problems.push({ severity: result.page === null ? "error" : "warning", message });
-    }
-  }
+  const severity = result.page === null ? "error" : "warning";
+  problems.push(...[result.stopped, ...untold].filter((message) => message !== null)
+    .map((message): Problem => ({ severity, message })));
+  problems.push(...[...result.unreadable, result.unchecked].filter((message) => message !== null)
+    .map((message): Problem => ({ severity: "warning", message })));
   if (result.more) {
     problems.push({ severity: "warning", message: `… and ${result.more} more` });
   }
@@ -95,7 +96,7 @@ function showResult(result: Result): void {
   showPage(result.page);
   showTree(element("tree"), result.tree, jump);
   const { nanoseconds, size, page } = result;
-  element("time").textContent = page === null ? NO_PAGE : `${duration(nanoseconds!)} · ${bytes(size!)}`;
+  element("time").textContent = page === null ? noPage() : `${duration(nanoseconds!)} · ${bytes(size!)}`;
 }
 
 /** The data is broken, or the server refuses: the last page stays, out of focus. */
@@ -108,18 +109,24 @@ function showRefusal(message: string): void {
   }
   showFailure(place ? "" : message);
   markAll();
-  element("output").classList.add("stale");
-  element("time").textContent = NO_PAGE;
+  showPage(null);
+  element("time").textContent = noPage();
 }
 
 function showPage(page: string | null): void {
   element("output").classList.toggle("stale", page === null);
-  if (page === null || page === shownPage) {
-    return;
+  if (page !== null && page !== shownPage) {
+    shownPage = page;
+    element<HTMLIFrameElement>("page").srcdoc = BASE + page;
+    source.setState(sourceState(page));
+  } else if (shownPage === null) {
+    element<HTMLIFrameElement>("page").srcdoc = "";
+    source.setState(sourceState(""));
   }
-  shownPage = page;
-  element<HTMLIFrameElement>("page").srcdoc = BASE_STYLE + page;
-  source.setState(sourceState(page));
+}
+
+function noPage(): string {
+  return shownPage === null ? "no page" : "no page: this is the last good one";
 }
 
 function showFailure(message: string): void {
