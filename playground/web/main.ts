@@ -231,11 +231,16 @@ async function share(): Promise<void> {
   setTimeout(() => (button.textContent = "Copy link"), 2000);
 }
 
-function loadExample(number: number): void {
-  const example = offered[number];
+/** Shows which example this is; -1 for a page of one's own. */
+function choose(number: number): void {
   element<HTMLSelectElement>("example").value = String(number);
   element<HTMLButtonElement>("previous").disabled = number <= 0;
   element<HTMLButtonElement>("next").disabled = number >= offered.length - 1;
+}
+
+function loadExample(number: number): void {
+  const example = offered[number];
+  choose(number);
   element("note").innerHTML = example.note;
   const files = Object.entries(example.files).map(([name, text]) => ({ name, text }));
   load({ files, data: example.data, open: PAGE, view: example.view });
@@ -245,7 +250,7 @@ function loadExample(number: number): void {
 async function start(): Promise<void> {
   const shared = await fromFragment(location.hash);
   if (shared) {
-    element<HTMLSelectElement>("example").value = "";
+    choose(-1);
     element("note").textContent = "";
     load(shared);
     return;
@@ -272,8 +277,8 @@ async function main(): Promise<void> {
   element("name").onchange = rename;
   element("share").onclick = share;
   choice.onchange = () => loadExample(Number(choice.value));
-  element("previous").onclick = () => loadExample(Math.max(0, choice.selectedIndex - 1));
-  element("next").onclick = () => loadExample(choice.selectedIndex + 1);
+  element("previous").onclick = () => loadExample(Number(choice.value) - 1);
+  element("next").onclick = () => loadExample(Number(choice.value) + 1);
   window.onhashchange = start;
   try {
     offered = await examples();
@@ -281,7 +286,9 @@ async function main(): Promise<void> {
     showFailure((error as Error).message);
     return;
   }
-  choice.replaceChildren(...offered.map((example, number) => new Option(example.title, String(number))));
+  const own = new Option("A page of your own", "-1");
+  own.hidden = true;
+  choice.replaceChildren(own, ...offered.map((example, number) => new Option(example.title, String(number))));
   await start();
 }
 
