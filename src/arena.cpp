@@ -1,5 +1,7 @@
 #include "arena.h"
 
+#include "memory.h"
+
 #include <algorithm>
 #include <cstring>
 
@@ -18,7 +20,7 @@ constexpr size_t LARGEST_CHUNK = 256 * 1024;
 void* Arena::allocateInNewChunk(size_t nSize) {
 	size_t nChunk = oChunks ? std::min(oChunks->nSize * 2, LARGEST_CHUNK) : SMALLEST_CHUNK;
 	nChunk = std::max(nChunk, nSize + sizeof(Chunk));
-	auto* oChunk = static_cast<Chunk*>(emalloc(nChunk));
+	auto* oChunk = static_cast<Chunk*>(requestMemory(nChunk));
 	oChunk->oBelow = oChunks;
 	oChunk->nSize = nChunk;
 	oChunks = oChunk;

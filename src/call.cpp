@@ -1,5 +1,7 @@
 #include "call.h"
 
+#include "memory.h"
+
 HashTable* Call::beginLoop(DynamicBlock& oBlock, const zval* phpData) {
 	HashTable* oTable = PHPInterface::acquireTable(phpData);
 	if (oTable) {
@@ -7,6 +9,7 @@ HashTable* Call::beginLoop(DynamicBlock& oBlock, const zval* phpData) {
 		oBlock.oOuterLoop = oInnermostLoop;
 		oInnermostLoop = &oBlock;
 	}
+	throwIfPhpFailed();
 	return oTable;
 }
 
@@ -25,7 +28,7 @@ char* Call::takeFileBuffer() {
 		bFirstFileBufferTaken = true;
 		return oFirstFileBuffer.aBytes;
 	}
-	return static_cast<FileBuffer*>(emalloc(sizeof(FileBuffer)))->aBytes;
+	return static_cast<FileBuffer*>(requestMemory(sizeof(FileBuffer)))->aBytes;
 }
 
 void Call::giveFileBuffer(char* pBuffer) {

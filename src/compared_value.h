@@ -78,6 +78,6 @@ inline bool checkIfOptionalIsVisible(const zval* phpVariable, const ComparedValu
 		}
 	}
 	bool bTrue = i_zend_is_true(const_cast<zval*>(phpVariable));
-	throwIfExceptionIsPending();
+	throwIfPhpFailed();
 	return bTrue;
 }

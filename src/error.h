@@ -12,19 +12,29 @@ class TemplateError {
 public:
 	explicit TemplateError(zend_string* _sMessage) : sMessage(_sMessage) {}
 
-	/// The error of a call in which PHP itself threw: that exception says all there is to say.
-	static TemplateError pendingException() { return TemplateError(nullptr); }
+	/// The error of a call that has to end because PHP has something to report: an exception or a lack of memory.
+	static TemplateError reportedByPhp() { return TemplateError(nullptr); }
 
-	/// The message, one reference of which passes to the caller; null when a PHP exception is pending.
+	/// The message, one reference of which passes to the caller; null when PHP has its own.
 	zend_string* message() const { return sMessage; }
 
 private:
 	zend_string* sMessage;
 };
 
-/// Ends the call if user code that just ran has thrown.
-inline void throwIfExceptionIsPending() {
-	if (UNEXPECTED(EG(exception) != nullptr)) {
-		throw TemplateError::pendingException();
+/// Whether user code has thrown or memory_limit has been reached.
+inline bool hasPhpFailed() {
+#ifdef ZEND_HAS_OOM
+	if (ZEND_HAS_OOM()) {
+		return true;
+	}
+#endif
+	return UNEXPECTED(EG(exception) != nullptr);
+}
+
+/// Ends the call if what PHP just did has failed.
+inline void throwIfPhpFailed() {
+	if (hasPhpFailed()) {
+		throw TemplateError::reportedByPhp();
 	}
 }

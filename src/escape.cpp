@@ -1,8 +1,9 @@
 #include "escape.h"
 
 #include "byte_scan.h"
-#include "error.h"
+#include "memory.h"
 
+#include <algorithm>
 #include <array>
 
 extern "C" {
@@ -57,9 +58,11 @@ void appendWhole(TextBuffer& sOutput, const zend_string* sText) {
 	sOutput.append(ZSTR_VAL(sText), ZSTR_LEN(sText));
 }
 
-void appendAndRelease(TextBuffer& sOutput, zend_string* sEscaped) {
-	sOutput.append(byte_scan::upToNul(sEscaped));
-	zend_string_release(sEscaped);
+/// Appends what one of PHP's functions made of a text.
+void appendMade(TextBuffer& sOutput, zend_string* sMade) {
+	OwnedString sEscaped(sMade);
+	throwIfPhpFailed();
+	sOutput.append(byte_scan::upToNul(sEscaped.get()));
 }
 
 std::string_view escapedPart(const zend_string* sText, EscapeTime eTime) {
@@ -73,10 +76,9 @@ void appendAddslashes(TextBuffer& sOutput, const zend_string* sText, EscapeTime 
 		return;
 	}
 	std::string_view sPart = escapedPart(sText, eTime);
-	zend_string* sCopy = zend_string_init(sPart.data(), sPart.size(), false);
-	zend_string* sEscaped = php_addslashes(sCopy);
-	zend_string_release(sCopy);
-	appendAndRelease(sOutput, sEscaped);
+	OwnedString sCopy(requestString(sPart.size()));
+	*std::copy(sPart.begin(), sPart.end(), ZSTR_VAL(sCopy.get())) = '\0';
+	appendMade(sOutput, php_addslashes(sCopy.get()));
 }
 
 void appendRawurlencode(TextBuffer& sOutput, const zend_string* sText, EscapeTime eTime) {
@@ -85,7 +87,7 @@ void appendRawurlencode(TextBuffer& sOutput, const zend_string* sText, EscapeTim
 		return;
 	}
 	std::string_view sPart = escapedPart(sText, eTime);
-	appendAndRelease(sOutput, php_raw_url_encode(sPart.data(), sPart.size()));
+	appendMade(sOutput, php_raw_url_encode(sPart.data(), sPart.size()));
 }
 
 /// htmlspecialchars for ISO-8859-1, where every byte is a character, and for valid UTF-8: only these four are special.
@@ -138,10 +140,8 @@ void appendHtml(TextBuffer& sOutput, const zend_string* sText, bool bAll, Escape
 		return;
 	}
 	std::string_view sPart = escapedPart(sText, eTime);
-	appendAndRelease(sOutput, php_escape_html_entities(reinterpret_cast<const unsigned char*>(sPart.data()),
-													   sPart.size(), bAll, ENT_COMPAT,
-													   eTime == EscapeTime::RENDER ? "ISO-8859-1" : nullptr));
-	throwIfExceptionIsPending();
+	appendMade(sOutput, php_escape_html_entities(reinterpret_cast<const unsigned char*>(sPart.data()), sPart.size(), bAll,
+												 ENT_COMPAT, eTime == EscapeTime::RENDER ? "ISO-8859-1" : nullptr));
 }
 
 } // namespace

@@ -101,7 +101,7 @@ bool Input::openFile(const char* sFileName, char* _file_buffer) {
 		resource = stream->res;
 		GC_ADDREF(resource);
 	}
-	throwIfExceptionIsPending();
+	throwIfPhpFailed();
 	return stream;
 }
 
@@ -125,7 +125,7 @@ php_stream* Input::openStream() const {
 bool Input::atEnd() const {
 	php_stream* stream = openStream();
 	bool bEnd = stream && php_stream_eof(stream);
-	throwIfExceptionIsPending();
+	throwIfPhpFailed();
 	return bEnd;
 }
 
@@ -154,7 +154,7 @@ bool Input::fetchStream() {
 		throwReadError();
 	}
 	buffer_end = php_stream_read(stream, file_buffer, CHUNK_SIZE);
-	throwIfExceptionIsPending();
+	throwIfPhpFailed();
 	return true;
 }
 

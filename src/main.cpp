@@ -15,15 +15,11 @@ namespace {
 
 constexpr const char* VERSION = "2.0.0";
 
-/// What a call came to: a text, an error message or, when both are null, a pending PHP exception.
+/// What a call came to: a text, an error message or, when both are null, an error that PHP itself reports.
 struct Outcome {
 	zend_string* sText = nullptr;
 	zend_string* sError = nullptr;
 };
-
-zend_string* concatenate(std::string_view sLeft, std::string_view sRight) {
-	return zend_string_concat2(sLeft.data(), sLeft.size(), sRight.data(), sRight.size());
-}
 
 /// Analyses and renders. The template's file is closed on return.
 void run(Call& call, std::string_view sFileName, bool string_mode, Outcome& oOutcome) {
@@ -33,7 +29,7 @@ void run(Call& call, std::string_view sFileName, bool string_mode, Outcome& oOut
 			oTemplate.analyzeTemplate();
 			oOutcome.sText = oTemplate.getResult();
 		} else {
-			oOutcome.sError = concatenate("Could not open file ", sFileName);
+			oTemplate.failToOpen();
 		}
 	} catch (const TemplateError& oError) {
 		oOutcome.sError = oError.message();
@@ -78,7 +74,7 @@ ZEND_FUNCTION(template) {
 	runAndRelease(ZSTR_VAL(fileName), userData, string_mode, oOutcome);
 
 	// User code that ran last, while the file was closed, may have thrown even though all went well before.
-	if (oOutcome.sText && !EG(exception)) {
+	if (oOutcome.sText && !hasPhpFailed()) {
 		RETURN_STR(oOutcome.sText);
 	}
 	RETVAL_NULL();
@@ -86,7 +82,7 @@ ZEND_FUNCTION(template) {
 		zend_string_release(oOutcome.sText);
 	}
 	if (oOutcome.sError) {
-		if (!EG(exception)) {
+		if (!hasPhpFailed()) {
 			raiseWarning(ZSTR_VAL(oOutcome.sError));
 		}
 		zend_string_release(oOutcome.sError);

@@ -1,8 +1,8 @@
 #include "template.h"
 
 #include "byte_scan.h"
-#include "error.h"
 #include "escape.h"
+#include "memory.h"
 #include "number_text.h"
 #include "time_limit.h"
 #include "value_text.h"
@@ -39,13 +39,9 @@ void appendEscapedValue(TextBuffer& sOutput, Block::BLOCK_TYPE eType, const zval
 		default:
 			break;
 	}
-	{
-		ValueText oText(phpVariable);
-		if (!EG(exception)) {
-			appendEscaped(sOutput, eType, oText.string(), EscapeTime::RENDER);
-		}
-	}
-	throwIfExceptionIsPending();
+	OwnedString sText(convertToString(phpVariable));
+	throwIfPhpFailed();
+	appendEscaped(sOutput, eType, sText.get(), EscapeTime::RENDER);
 }
 
 } // namespace
@@ -251,5 +247,5 @@ void Template::_getResultDynamic(DynamicBlock& oBlock, TextBuffer& sOutput) {
 		}
 	}
 	call.endLoop();
-	throwIfExceptionIsPending();
+	throwIfPhpFailed();
 }

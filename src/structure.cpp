@@ -40,7 +40,7 @@ void Template::analyzeIncludeBlock(BlockList& subBlockList, std::string_view sAr
 	if (oError) {
 		throw *oError;
 	}
-	throwIfExceptionIsPending();
+	throwIfPhpFailed();
 }
 
 bool Template::isInIncludeChain(std::string_view sName) const {

@@ -1,6 +1,6 @@
 #include "template.h"
 
-#include "error.h"
+#include "memory.h"
 #include "time_limit.h"
 #include "white_space.h"
 
@@ -205,19 +205,26 @@ void Template::analyzeHiddenBody(Block::BLOCK_TYPE eClosingTag) {
 	call.nPendingText = nPendingText;
 }
 
-void Template::fail(std::initializer_list<std::string_view> listParts) const {
-	size_t nLength = sizeof(" in ") - 1 + sFileName.size();
+void Template::throwMessage(std::initializer_list<std::string_view> listParts, std::string_view sBeforeName) const {
+	size_t nLength = sBeforeName.size() + sFileName.size();
 	for (std::string_view sPart : listParts) {
 		nLength += sPart.size();
 	}
-	zend_string* sMessage = zend_string_alloc(nLength, false);
+	zend_string* sMessage = requestString(nLength);
 	char* p = ZSTR_VAL(sMessage);
 	for (std::string_view sPart : listParts) {
 		p = std::copy(sPart.begin(), sPart.end(), p);
 	}
-	for (std::string_view sPart : {std::string_view(" in "), sFileName}) {
-		p = std::copy(sPart.begin(), sPart.end(), p);
-	}
+	p = std::copy(sBeforeName.begin(), sBeforeName.end(), p);
+	p = std::copy(sFileName.begin(), sFileName.end(), p);
 	*p = '\0';
 	throw TemplateError(sMessage);
+}
+
+void Template::fail(std::initializer_list<std::string_view> listParts) const {
+	throwMessage(listParts, " in ");
+}
+
+void Template::failToOpen() const {
+	throwMessage({}, "Could not open file ");
 }

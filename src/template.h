@@ -28,6 +28,9 @@ public:
 	/// Opens the file, or takes the name itself for the text. Returns false when the file can't be opened.
 	bool open(bool string_mode);
 
+	/// Throws the error of a call's own template that can't be opened.
+	[[noreturn]] void failToOpen() const;
+
 	/// Reads the whole source.
 	void analyzeTemplate();
 
@@ -88,6 +91,7 @@ private:
 
 	/// Throws the message made of `listParts`, " in " and this template's name.
 	[[noreturn]] void fail(std::initializer_list<std::string_view> listParts) const;
+	[[noreturn]] void throwMessage(std::initializer_list<std::string_view> listParts, std::string_view sBeforeName) const;
 	[[noreturn]] void failReference(ReferenceError eError, std::string_view sArgument) const;
 	/// Ends the call when the stack is nearly used up.
 	void checkStack() {

@@ -1,5 +1,7 @@
 #include "text_buffer.h"
 
+#include "memory.h"
+
 #include <algorithm>
 
 namespace {
@@ -10,39 +12,36 @@ constexpr size_t SLACK = 256;
 
 constexpr size_t LARGE = 256 * 1024;
 
+/// How much memory_limit still allows.
+size_t unusedMemory() {
+	if (PG(memory_limit) <= 0) {
+		return SIZE_MAX;
+	}
+	size_t nLimit = static_cast<size_t>(PG(memory_limit));
+	return nLimit - std::min(nLimit, zend_memory_usage(true));
+}
+
 } // namespace
 
 void TextBuffer::grow(size_t nLength) {
 	size_t nCapacity = pEnd - pBegin;
-	size_t nNeeded = zend_safe_addmult(1, size(), nLength, "template");
-	// Half as much again for a large text: what it takes beyond its need may be what is missing elsewhere.
+	size_t nNeeded = zend_safe_addmult(1, size(), nLength, "template") + SLACK;
+	// Half as much again for a large text, and nothing beyond the need where that would break memory_limit.
 	size_t nUsual = nCapacity + (nCapacity > LARGE ? nCapacity / 2 : nCapacity);
-	resize(std::max(nNeeded + SLACK, nUsual));
+	resize(nUsual > nNeeded && nUsual < unusedMemory() ? nUsual : nNeeded);
 }
 
 void TextBuffer::expect(size_t nLength) {
 	// A wrong guess must neither cost much nor end the request.
-	size_t nAtMost = std::max(LARGE, size() * 16);
-	nLength = std::min(nLength, nAtMost);
-	size_t nUsed = zend_memory_usage(false);
-	size_t nLimit = PG(memory_limit) > 0 ? static_cast<size_t>(PG(memory_limit)) : SIZE_MAX;
-	if (nLength <= room() || nUsed > nLimit || nLength + size() > (nLimit - nUsed) / 2) {
-		return;
+	nLength = std::min(nLength, std::max(LARGE, size() * 16));
+	if (nLength > room() && nLength + size() < unusedMemory() / 2) {
+		resize(size() + nLength);
 	}
-	resize(size() + nLength);
 }
 
 void TextBuffer::resize(size_t nCapacity) {
 	size_t nSize = size();
-	zend_string* sNew;
-	if (isAllocated()) {
-		// Only what has been written is copied.
-		sNew = static_cast<zend_string*>(
-			erealloc2(string(), ZEND_MM_ALIGNED_SIZE(_ZSTR_STRUCT_SIZE(nCapacity)), _ZSTR_STRUCT_SIZE(nSize)));
-		ZSTR_LEN(sNew) = nCapacity;
-	} else {
-		sNew = zend_string_alloc(nCapacity, false);
-	}
+	zend_string* sNew = isAllocated() ? resizeString(string(), nSize, nCapacity) : requestString(nCapacity);
 	pBegin = ZSTR_VAL(sNew);
 	pFree = pBegin + nSize;
 	pEnd = pBegin + nCapacity;

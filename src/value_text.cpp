@@ -1,7 +1,7 @@
 #include "value_text.h"
 
 #include "byte_scan.h"
-#include "error.h"
+#include "memory.h"
 #include "number_text.h"
 
 void appendValue(TextBuffer& sOutput, const zval* phpVariable) {
@@ -25,19 +25,16 @@ void appendValue(TextBuffer& sOutput, const zval* phpVariable) {
 		default:
 			break;
 	}
-	{
-		ValueText oText(phpVariable);
-		if (!EG(exception)) {
-			sOutput.append(byte_scan::upToNul(oText.string()));
-		}
-	}
-	throwIfExceptionIsPending();
+	OwnedString sText(convertToString(phpVariable));
+	throwIfPhpFailed();
+	sOutput.append(byte_scan::upToNul(sText.get()));
 }
 
-ValueText::ValueText(const zval* phpVariable) {
+zend_string* convertToString(const zval* phpVariable) {
 	// The conversion may run user code that takes the value out of the data; it is held meanwhile.
 	zval phpHeld;
 	ZVAL_COPY(&phpHeld, phpVariable);
-	sText = zval_get_string(&phpHeld);
+	zend_string* sText = zval_get_string(&phpHeld);
 	zval_ptr_dtor(&phpHeld);
+	return sText;
 }

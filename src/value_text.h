@@ -6,17 +6,6 @@
 /// first zero byte. May run user code; throws when that threw.
 void appendValue(TextBuffer& sOutput, const zval* phpVariable);
 
-/// A value's text, held for as long as the object lives.
-class ValueText {
-public:
-	/// May run user code. Look for a pending exception when the object is gone.
-	explicit ValueText(const zval* phpVariable);
-	~ValueText() { zend_string_release(sText); }
-	ValueText(const ValueText&) = delete;
-	ValueText& operator=(const ValueText&) = delete;
-
-	const zend_string* string() const { return sText; }
-
-private:
-	zend_string* sText;
-};
+/// PHP's own conversion of a value to a string; one reference passes to the caller. May run user code: look whether PHP
+/// has failed when the string is of no more use.
+zend_string* convertToString(const zval* phpVariable);

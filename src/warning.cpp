@@ -1,11 +1,10 @@
 #include "warning.h"
 
+#include "memory.h"
+
+#include <algorithm>
 #include <cctype>
 #include <cstring>
-
-extern "C" {
-#include "zend_smart_str.h"
-}
 
 namespace {
 
@@ -42,25 +41,37 @@ bool needsNoArgument(const char* p, const char*& pNext) {
 
 void raiseWarning(const char* sMessage) {
 	// Directives that the formatter may see are copied whole; the percent sign of all others is doubled.
-	smart_str sFormat = {};
-	const char* pCopied = sMessage;
-	for (const char* p = strchr(sMessage, '%'); p; p = strchr(p, '%')) {
-		const char* pNext;
-		if (needsNoArgument(p, pNext)) {
-			p = pNext;
-		} else {
-			++p;
-			smart_str_appendl(&sFormat, pCopied, p - pCopied);
-			smart_str_appendc(&sFormat, '%');
-			pCopied = p;
+	size_t nDoubled = 0;
+	auto walk = [sMessage](auto&& onDoubled) {
+		for (const char* p = strchr(sMessage, '%'); p; p = strchr(p, '%')) {
+			const char* pNext;
+			if (needsNoArgument(p, pNext)) {
+				p = pNext;
+			} else {
+				onDoubled(++p);
+			}
 		}
-	}
-	if (!sFormat.s) {
+	};
+	walk([&](const char*) { ++nDoubled; });
+	if (nDoubled == 0) {
 		zend_error(E_WARNING, sMessage, nullptr);
 		return;
 	}
-	smart_str_appends(&sFormat, pCopied);
-	smart_str_0(&sFormat);
-	zend_error(E_WARNING, ZSTR_VAL(sFormat.s), nullptr);
-	smart_str_free(&sFormat);
+	size_t nLength = strlen(sMessage) + nDoubled;
+	zend_string* sFormat;
+	try {
+		sFormat = requestString(nLength);
+	} catch (const TemplateError&) {
+		return; // PHP reports the lack of memory
+	}
+	char* pTo = ZSTR_VAL(sFormat);
+	const char* pCopied = sMessage;
+	walk([&](const char* p) {
+		pTo = std::copy(pCopied, p, pTo);
+		*pTo++ = '%';
+		pCopied = p;
+	});
+	strcpy(pTo, pCopied);
+	zend_error(E_WARNING, ZSTR_VAL(sFormat), nullptr);
+	zend_string_release(sFormat);
 }
