@@ -11,20 +11,21 @@ namespace {
 // PHP's formatter pads to any width that a format asks for; more digits than this are not left to it.
 constexpr size_t LONGEST_WIDTH = 3;
 
+/// Moves `p` behind a width or precision. Returns false when it is a star, which reads an argument, or too large.
+bool skipNumber(const char*& p) {
+	size_t nDigits = strspn(p, "0123456789");
+	p += nDigits;
+	return nDigits <= LONGEST_WIDTH && !(nDigits == 0 && *p == '*');
+}
+
 /// Whether PHP's formatter can print the directive at `p` ("%...") without an argument. `pNext` receives what follows.
 bool needsNoArgument(const char* p, const char*& pNext) {
-	size_t nDigits = 0;
 	++p;
 	// The formatter looks for flags, width and precision only if no lower-case letter follows at once.
 	if (isascii(static_cast<unsigned char>(*p)) && !islower(static_cast<unsigned char>(*p))) {
 		p += strspn(p, "-+# 0");
-		nDigits = strspn(p, "0123456789");
-		p += nDigits;
-		if (*p == '.') {
-			++p;
-			size_t nPrecisionDigits = strspn(p, "0123456789");
-			nDigits += nPrecisionDigits;
-			p += nPrecisionDigits;
+		if (!skipNumber(p) || (*p == '.' && !skipNumber(++p))) {
+			return false;
 		}
 	}
 	if (*p == 'h' || *p == 'l') {
@@ -33,8 +34,8 @@ bool needsNoArgument(const char* p, const char*& pNext) {
 		++p;
 	}
 	pNext = *p ? p + 1 : p;
-	// A star reads an argument; so do these conversions. "%" prints itself, all other bytes print as they are.
-	return nDigits <= LONGEST_WIDTH && (!*p || !strchr("*ZudioxXsvfFeEgkGHcnp", *p));
+	// These conversions read one. "%" prints itself, all other bytes print as they are.
+	return !*p || !strchr("ZudioxXsfFeEgkGHcnp", *p);
 }
 
 } // namespace
