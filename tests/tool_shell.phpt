@@ -60,7 +60,7 @@ function signature(string $function): array
     preg_match_all('/Parameter.*|- Return.*/', $function, $matches);
     return $matches[0];
 }
-$php = escapeshellarg(getenv('TEST_PHP_EXECUTABLE') ?: PHP_BINARY);
+$php = escapeshellarg(PHP_BINARY);
 $show = "require '$root/editors/template.ide.php'; echo new ReflectionFunction('template');";
 $documented = shell_exec("$php -n -r " . escapeshellarg($show));
 if (signature($documented) !== signature((string) new ReflectionFunction('template')) || !signature($documented)) {
