@@ -1,0 +1,93 @@
+--TEST--
+Little stack: deep nesting and long chains of includes end in an error
+--EXTENSIONS--
+template
+--FILE--
+<?php
+require __DIR__ . '/table.inc';
+require __DIR__ . '/child.inc';
+
+// chain://N is a file that includes chain://N+1, up to the file whose number is in $last.
+$prelude = <<<'PHP'
+    class Chain
+    {
+        public static int $last = 0;
+        public $context;
+        private string $text;
+
+        public function stream_open(string $path): bool
+        {
+            $number = (int) substr($path, 8);
+            $this->text = $number < self::$last ? '<{include chain://' . ($number + 1) . '}>' : 'x';
+            return true;
+        }
+
+        public function stream_read(int $count): string
+        {
+            [$text, $this->text] = [$this->text, ''];
+            return $text;
+        }
+
+        public function stream_eof(): bool
+        {
+            return $this->text === '';
+        }
+    }
+    stream_wrapper_register('chain', Chain::class);
+
+    class Deep
+    {
+        public static int $levels = 0;
+
+        public function __toString(): string
+        {
+            self::$levels++;
+            return (string) template('{dynamic l}{*}{/dynamic}', ['l' => [$this]], true);
+        }
+    }
+
+    function short(?string $text): string
+    {
+        return $text === null ? substr(error_get_last()['message'], 0, 25) : (strlen($text) > 30 ? strlen($text) . ' bytes' : $text);
+    }
+
+    function nested(int $levels, string $opening, string $closing): string
+    {
+        return short(@template(str_repeat($opening, $levels) . 'x' . str_repeat($closing, $levels), ['v' => 1, 'l' => [1]], true));
+    }
+
+    function chain(int $files): string
+    {
+        Chain::$last = $files;
+        return short(@template('chain://0', []));
+    }
+
+    function all(): void
+    {
+        // A memory checker makes the engine's frames larger, and PHP slow to print a long message.
+        [$some, $most] = getenv('USE_ZEND_ALLOC') === '0' ? [100, 50000] : [600, 1000000];
+        foreach ([$some, $most] as $levels) {
+            echo nested($levels, '{optional v}', '{/optional}'), ',', nested($levels, '{optional none}', '{/optional}'), ',',
+                nested($levels, '{dynamic l}', '{/dynamic}'), ',', nested($levels, '{dynamic none}', '{/dynamic}'), ',', nested(intdiv($levels, 2), '{dynamic l}{optional *}', '{/optional}{/dynamic}'), '; ';
+        }
+        echo chain($some), ',', chain($most), '; ';
+        echo @template('{v}', ['v' => new Deep()], true), Deep::$levels > 20 ? 'deep' : Deep::$levels, ' ';
+    }
+    PHP;
+$deep = 'Blocks nested too deeply ';
+$checked = getenv('USE_ZEND_ALLOC') === '0';
+$all = "x,,x,,x; $deep,$deep,$deep,$deep,$deep; " . ($checked ? 201 : 1201) . " bytes,$deep; deep";
+$run = fn(string $code, string $limits = '', string $options = ''): Closure => fn() => child("$prelude\n$code", "-d memory_limit=1G $options", $limits);
+$fiber = '$fiber = new Fiber("all"); $fiber->start();';
+table([
+    ['usual stack', $run('all();'), null, "$all | exit 0"],
+    ['small stack', $run('all();', 'ulimit -s 1024;'), null, "$all | exit 0"],
+    ['Fiber', $run($fiber), null, "$all | exit 0"],
+    ['Fiber under a small stack', $run($fiber, 'ulimit -s 1024;'), null, "$all | exit 0"],
+    ['Fiber in a Fiber', $run("\$outer = new Fiber(function () { $fiber }); \$outer->start();"), null, "$all | exit 0"],
+    ['a chain of 5,000 files', $run('echo chain(5000);', $checked ? 'ulimit -s 65536;' : ''), null, '10001 bytes | exit 0'],
+    ['a million levels without a limit of the stack', $run('echo nested(100000, "{dynamic l}", "{/dynamic}"), nested(100000, "{optional none}", "{/optional}");', 'ulimit -s unlimited;'), null, 'x | exit 0'],
+]);
+?>
+--EXPECT--
+7 rows
