@@ -1,5 +1,5 @@
 --TEST--
-Little stack: deep nesting and long chains of includes end in an error
+Little stack, little memory: deep nesting and long chains of includes end in an error, too much text in PHP's own
 --EXTENSIONS--
 template
 --FILE--
@@ -88,6 +88,27 @@ table([
     ['a chain of 5,000 files', $run('echo chain(5000);', $checked ? 'ulimit -s 65536;' : ''), null, '10001 bytes | exit 0'],
     ['a million levels without a limit of the stack', $run('echo nested(100000, "{dynamic l}", "{/dynamic}"), nested(100000, "{optional none}", "{/optional}");', 'ulimit -s unlimited;'), null, 'x | exit 0'],
 ]);
+
+// What a template makes PHP hold counts for memory_limit; afterwards it is given back.
+$limited = fn(string $call): Closure => fn() => preg_replace('/^Fatal error: Allowed memory size of 33554432 bytes exhausted .*? on line \d+\s*/s', 'F ', child('
+    ini_set("memory_limit", "32M");
+    $before = memory_get_usage();
+    register_shutdown_function(function () use ($before): void {
+        echo memory_get_usage() - $before < 9000000 ? "" : "memory is left", template("{v}", ["v" => "V"], true);
+    });
+    $l = range(1, 100); $long = str_repeat("a", 1 << 22);
+    ' . $call));
+table([
+    ['output of loops', $limited('template("{dynamic l}{dynamic l}{dynamic l}{dynamic l}text{/dynamic}{/dynamic}{/dynamic}{/dynamic}", ["l" => $l], true);'), null, 'F V | exit 255'],
+    ['values of the data', $limited('template(str_repeat("{v}", 100), ["v" => $long], true);'), null, 'F V | exit 255'],
+    ['escaped values', $limited('template("{dynamic l}{rawurlencode *}{/dynamic}", ["l" => array_fill(0, 99, $long)], true);'), null, 'F V | exit 255'],
+    ['escaping that grows', $limited('template("{htmlspecialchars v}", ["v" => str_repeat("<", 1 << 23)], true);'), null, 'F V | exit 255'],
+    ['many blocks', $limited('template("{dynamic l}" . str_repeat("{*::a *::b}", 1 << 19) . "{/dynamic}", ["l" => $l], true);'), null, 'F V | exit 255'],
+    ['a long reference', $limited('template("{dynamic l}{*" . str_repeat("::a", 1 << 21) . "}{/dynamic}", ["l" => $l], true);'), null, 'F V | exit 255'],
+    ['a large file', $limited('file_put_contents("large.tpl", str_repeat($long, 10)); unset($long); template("large.tpl", []);'), null, 'F V | exit 255'],
+    ['files included again and again', $limited('file_put_contents("large.tpl", $long); template(str_repeat("{include large.tpl}", 10), [], true);'), null, 'F V | exit 255'],
+]);
 ?>
 --EXPECT--
 7 rows
+8 rows

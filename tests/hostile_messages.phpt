@@ -34,7 +34,7 @@ table($rows);
 $directives = [];
 foreach (['', '-', '+', '#', '0', ' ', '-5', '05', '.3', '5.3', '.*', '*', '*.*', '-*.*', '1000000000', '.1000000000', '9999999999999999999'] as $flag) {
     foreach (['', 'l', 'll', 'h', 'hh', 'z', 't', 'j', 'L'] as $size) {
-        foreach (str_split('ZudioxXsvfFeEgGHkcnp') as $conversion) {
+        foreach (str_split('ZudioxXsfFeEgGHkcnp') as $conversion) {
             $directives[] = "%$flag$size$conversion";
         }
     }
