@@ -4,6 +4,18 @@ extern "C" {
 #include "php.h"
 }
 
+#ifdef ZEND_HAS_OOM
+// New in PHP 8.2.35. Weak, so that a module built there loads into an older PHP 8.2, too, which is told by their absence.
+#pragma weak zend_handle_delayed_oom
+#pragma weak _femalloc
+#pragma weak _ferealloc2
+
+/// Whether this PHP reports a lack of memory only when the call has returned.
+inline bool delaysLackOfMemory() {
+	return &zend_handle_delayed_oom != nullptr;
+}
+#endif
+
 /// Ends a call. Thrown by the engine, turned into a PHP warning by the binding.
 ///
 /// Between throw and catch nothing may run user code or ask PHP for memory: either could jump away by PHP's own means
@@ -25,7 +37,7 @@ private:
 /// Whether user code has thrown or memory_limit has been reached.
 inline bool hasPhpFailed() {
 #ifdef ZEND_HAS_OOM
-	if (ZEND_HAS_OOM()) {
+	if (delaysLackOfMemory() && ZEND_HAS_OOM()) {
 		return true;
 	}
 #endif

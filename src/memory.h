@@ -6,46 +6,47 @@ extern "C" {
 #include "php.h"
 }
 
-// Request memory, which memory_limit counts. Where the limit is reached, older PHP 8.2 ends the request on the spot, by a
-// jump. Newer ones hand out nothing and end it when the call has returned; until then no more must be asked for.
+// Request memory, which memory_limit counts. Where the limit is reached, PHP before 8.2.35 ends the request on the spot, by
+// a jump. Since then it hands out nothing and ends it when the call has returned; until then no more must be asked for.
 
 /// Returns `nSize` bytes, or ends the call.
 inline void* requestMemory(size_t nSize) {
 #ifdef ZEND_HAS_OOM
-	void* pMemory = femalloc(nSize, true);
-	if (UNEXPECTED(!pMemory)) {
+	if (EXPECTED(delaysLackOfMemory())) {
+		if (void* pMemory = femalloc(nSize, true)) {
+			return pMemory;
+		}
 		throw TemplateError::reportedByPhp();
 	}
-	return pMemory;
-#else
-	return emalloc(nSize);
 #endif
+	return emalloc(nSize);
 }
 
 /// Returns a string with room for `nLength` bytes, or ends the call.
 inline zend_string* requestString(size_t nLength) {
-#ifdef ZEND_HAS_OOM
-	zend_string* sString = zend_string_falloc(nLength, false, true);
-	if (UNEXPECTED(!sString)) {
-		throw TemplateError::reportedByPhp();
-	}
+	auto* sString = static_cast<zend_string*>(requestMemory(ZEND_MM_ALIGNED_SIZE(_ZSTR_STRUCT_SIZE(nLength))));
+	GC_SET_REFCOUNT(sString, 1);
+	GC_TYPE_INFO(sString) = GC_STRING;
+	ZSTR_H(sString) = 0;
+	ZSTR_LEN(sString) = nLength;
 	return sString;
-#else
-	return zend_string_alloc(nLength, false);
-#endif
 }
 
 /// Moves a string of which `nUsed` bytes are written to where there is room for `nLength`, or ends the call.
 inline zend_string* resizeString(zend_string* sString, size_t nUsed, size_t nLength) {
 	size_t nSize = ZEND_MM_ALIGNED_SIZE(_ZSTR_STRUCT_SIZE(nLength));
+	void* pMoved = nullptr;
 #ifdef ZEND_HAS_OOM
-	void* pMoved = ferealloc2(sString, nSize, _ZSTR_STRUCT_SIZE(nUsed), true);
-	if (UNEXPECTED(!pMoved)) {
-		throw TemplateError::reportedByPhp();
+	if (EXPECTED(delaysLackOfMemory())) {
+		pMoved = ferealloc2(sString, nSize, _ZSTR_STRUCT_SIZE(nUsed), true);
+		if (!pMoved) {
+			throw TemplateError::reportedByPhp();
+		}
 	}
-#else
-	void* pMoved = erealloc2(sString, nSize, _ZSTR_STRUCT_SIZE(nUsed));
 #endif
+	if (!pMoved) {
+		pMoved = erealloc2(sString, nSize, _ZSTR_STRUCT_SIZE(nUsed));
+	}
 	sString = static_cast<zend_string*>(pMoved);
 	ZSTR_LEN(sString) = nLength;
 	return sString;
