@@ -1,0 +1,1 @@
+<ul>{dynamic row,rows}<li>{row::*::name}</li>{/optional}</ul>

@@ -1,0 +1,3 @@
+<ul>{dynamic row,rows}
+<li>{row::[*]}: {htmlspecialchars row::*::name}{include price.tpl}</li>{/dynamic}
+</ul>

@@ -1,0 +1,1 @@
+{optional row::*::price}, {row::*::price} {currency 'EUR'}{/optional}
