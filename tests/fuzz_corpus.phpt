@@ -1,0 +1,19 @@
+--TEST--
+The fuzzer's corpus: what the fuzzer checks on each input holds for those it has learnt
+--EXTENSIONS--
+template
+--FILE--
+<?php
+require __DIR__ . '/../fuzz/input.php';
+
+$files = glob(__DIR__ . '/../fuzz/corpus/*');
+foreach ($files as $file) {
+    $wrong = check(file_get_contents($file));
+    if ($wrong !== null) {
+        printf("%s: %s\n", basename($file), $wrong);
+    }
+}
+echo count($files) >= 44 ? 'all checked' : 'inputs are missing', "\n";
+?>
+--EXPECT--
+all checked
