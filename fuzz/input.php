@@ -22,6 +22,9 @@
 const DEEDS = ['nothing', 'throw', 'replace', 'unset', 'again', 'suspend', 'close', 'collect', 'warn', 'deeper',
     'exit', 'fatal', 'memory'];
 
+/** The streams of the process itself: no deed closes them. */
+define('OWN_STREAMS', get_resources('stream'));
+
 class Typed
 {
     public int $a = 1;
@@ -329,8 +332,8 @@ class Input
                 break;
             case 'close':
                 set_error_handler(fn() => true);
-                foreach (get_resources('stream') as $stream) {
-                    $stream === self::$stream || fclose($stream);
+                foreach (array_diff_key(get_resources('stream'), OWN_STREAMS) as $stream) {
+                    $stream === self::$stream || fclose($stream) || pclose($stream);
                 }
                 restore_error_handler();
                 break;

@@ -1,5 +1,7 @@
 --TEST--
 The fuzzer's corpus: what the fuzzer checks on each input holds for those it has learnt
+--INI--
+memory_limit=1G
 --EXTENSIONS--
 template
 --FILE--
