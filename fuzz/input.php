@@ -154,8 +154,8 @@ class Input
         if ($this->run(true) !== $first) {
             return 'the same call gave another result';
         }
-        // A file that includes itself is found out one level earlier than a text that includes that file.
-        if (!str_contains($this->template, "\0") && !str_contains($this->bytes, 'main')) {
+        // A file can be closed under the reader. One that includes itself is found out a level earlier than a text is.
+        if (!str_contains($this->template, "\0") && !$this->closes && !str_contains($this->bytes, 'main')) {
             $as_file = $this->run(false);
             // The message ends with the name, which is the text in one mode and the path in the other.
             if ($as_file[0] !== $first[0] || count($as_file[1]) !== count($first[1])) {
@@ -273,9 +273,8 @@ class Input
     {
         $number = (ord($digit) - 48 + 16 * count(DEEDS)) % count(DEEDS);
         $deed = $number < count(DEEDS) - 3 || $this->survives ? DEEDS[$number] : 'throw';
-        if ($deed !== 'nothing') {
-            $this->tame = false;
-        }
+        $this->tame = $this->tame && $deed === 'nothing';
+        $this->closes = $this->closes || $deed === 'close';
         return $deed;
     }
 
