@@ -118,6 +118,7 @@ class Input
     public string $on_error = '';
     /** Whether no user code runs but the reading of files. */
     public bool $tame = true;
+    private bool $closes = false;
     private bool $fiber = false, $abandon = false, $replacing = false;
     private string $shape;
     private int $position, $values, $nesting, $depth;
