@@ -22,6 +22,9 @@
 const DEEDS = ['nothing', 'throw', 'replace', 'unset', 'again', 'suspend', 'close', 'collect', 'warn', 'deeper',
     'exit', 'fatal', 'memory'];
 
+/** The streams of the process itself: no deed closes them. */
+define('OWN_STREAMS', get_resources('stream'));
+
 class Typed
 {
     public int $a = 1;
@@ -115,6 +118,7 @@ class Input
     public string $on_error = '';
     /** Whether no user code runs but the reading of files. */
     public bool $tame = true;
+    private bool $closes = false;
     private bool $fiber = false, $abandon = false, $replacing = false;
     private string $shape;
     private int $position, $values, $nesting, $depth;
@@ -151,8 +155,8 @@ class Input
         if ($this->run(true) !== $first) {
             return 'the same call gave another result';
         }
-        // A file that includes itself is found out one level earlier than a text that includes that file.
-        if (!str_contains($this->template, "\0") && !str_contains($this->bytes, 'main')) {
+        // A file can be closed under the reader. One that includes itself is found out a level earlier than a text is.
+        if (!str_contains($this->template, "\0") && !$this->closes && !str_contains($this->bytes, 'main')) {
             $as_file = $this->run(false);
             // The message ends with the name, which is the text in one mode and the path in the other.
             if ($as_file[0] !== $first[0] || count($as_file[1]) !== count($first[1])) {
@@ -270,9 +274,8 @@ class Input
     {
         $number = (ord($digit) - 48 + 16 * count(DEEDS)) % count(DEEDS);
         $deed = $number < count(DEEDS) - 3 || $this->survives ? DEEDS[$number] : 'throw';
-        if ($deed !== 'nothing') {
-            $this->tame = false;
-        }
+        $this->tame = $this->tame && $deed === 'nothing';
+        $this->closes = $this->closes || $deed === 'close';
         return $deed;
     }
 
@@ -329,7 +332,7 @@ class Input
                 break;
             case 'close':
                 set_error_handler(fn() => true);
-                foreach (get_resources('stream') as $stream) {
+                foreach (array_diff_key(get_resources('stream'), OWN_STREAMS) as $stream) {
                     $stream === self::$stream || fclose($stream);
                 }
                 restore_error_handler();
