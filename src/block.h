@@ -50,6 +50,7 @@ public:
 	TextRange oText;
 
 	BLOCK_TYPE getType() const { return type; }
+	bool isOptional() const { return type == _OPTIONAL || type == NOPTIONAL; }
 
 protected:
 	explicit Block(BLOCK_TYPE _type) : type(_type) {}
@@ -58,7 +59,7 @@ private:
 	BLOCK_TYPE type;
 };
 
-/// The text behind the last tag of a body.
+/// A text that stands alone: mostly that behind the last tag of a body.
 class TextBlock : public Block {
 public:
 	TextBlock() : Block(TEXT) {}
@@ -67,10 +68,17 @@ public:
 /// A reference that depends on a dynamic block. Which block that is stands fast as soon as the tag is read, because
 /// a body is rendered inside exactly those blocks inside which it was written.
 struct DynamicReference {
-	const DynamicBlock* oDynamicBlock; ///< null: no enclosing block bears that name, so nothing is ever found
-	const Index* listIndexes;
-	const Index* oColumn; ///< the only index when there is just one and it is a string key, which is usual; else null
-	bool bKey;            ///< asks for the element's key
+	/// What is to be found there.
+	enum TARGET : uint8_t {
+		NOTHING, ///< no enclosing block bears that name
+		COLUMN,  ///< what stands under a string key in the element, which is usual
+		PATH,    ///< the element itself or what another path leads to
+		KEY,     ///< the element's key
+	};
+
+	const DynamicBlock* oDynamicBlock; ///< null for NOTHING
+	const Index* listIndexes;          ///< the path in the element; for COLUMN, the one key
+	TARGET eTarget;
 };
 
 /// A tag that prints one reference; the base of all that print values. As itself an escaping tag, the kind of which tells
@@ -128,7 +136,8 @@ protected:
 };
 
 /// A section that is shown or hidden by the element or key of a dynamic block. (What other values decide is decided
-/// during analysis and leaves no block.)
+/// during analysis and leaves no block.) The last block of its body leads on to what follows the section, so that
+/// rendering neither calls itself nor returns for a section: a tenth of a page with many of them.
 class OptionalBlock : public SubBlock {
 public:
 	OptionalBlock(const DynamicReference& _oReference, const ComparedValue& _oValue, bool negation)

@@ -42,6 +42,23 @@ inline bool same(const char* p, const char* q, size_t nLength) {
 	return nLength == 0;
 }
 
+/// Whether two PHP strings are the same. The last 16 bytes up to the end of a short one begin in its header, with a part
+/// of what tells its length: where the lengths agree, that does, too, or is the hash, which has to be computed.
+inline bool same(const zend_string* sOne, const zend_string* sOther) {
+	static_assert(_ZSTR_HEADER_SIZE >= 24 && offsetof(zend_string, h) + 8 == offsetof(zend_string, len));
+	if (ZSTR_LEN(sOne) != ZSTR_LEN(sOther)) {
+		return false;
+	}
+	if (UNEXPECTED(ZSTR_LEN(sOne) > 16)) {
+		return memcmp(ZSTR_VAL(sOne), ZSTR_VAL(sOther), ZSTR_LEN(sOne)) == 0;
+	}
+	uint64_t aOne[2];
+	uint64_t aOther[2];
+	memcpy(aOne, ZSTR_VAL(sOne) + ZSTR_LEN(sOne) - sizeof(aOne), sizeof(aOne));
+	memcpy(aOther, ZSTR_VAL(sOther) + ZSTR_LEN(sOther) - sizeof(aOther), sizeof(aOther));
+	return ((aOne[0] ^ aOther[0]) | (aOne[1] ^ aOther[1])) == 0;
+}
+
 #ifdef __SSE2__
 
 /// Whether `match` marks any byte of a PHP string.
@@ -71,13 +88,18 @@ inline bool containsNul(const zend_string* sText) {
 	return contains(sText, [](__m128i v) { return equals(v, '\0'); });
 }
 
+/// Marks the bytes that an HTML escaping changes in any character set, and zero bytes.
+inline __m128i marksHtmlSpecial(__m128i v) {
+	// Two by two they differ in one bit.
+	static_assert(('"' | 4) == '&' && ('<' | 2) == '>');
+	return _mm_or_si128(_mm_or_si128(equals(_mm_or_si128(v, _mm_set1_epi8(4)), '&'),
+									 equals(_mm_or_si128(v, _mm_set1_epi8(2)), '>')),
+						equals(v, '\0'));
+}
+
 /// Whether there is a zero byte or one of those that an HTML escaping changes in any character set.
 inline bool containsHtmlSpecial(const zend_string* sText) {
-	return contains(sText, [](__m128i v) {
-		return _mm_or_si128(_mm_or_si128(_mm_or_si128(equals(v, '&'), equals(v, '<')),
-										 _mm_or_si128(equals(v, '>'), equals(v, '"'))),
-							equals(v, '\0'));
-	});
+	return contains(sText, marksHtmlSpecial);
 }
 
 inline bool containsNonAscii(const zend_string* sText) {

@@ -78,6 +78,8 @@ inline bool checkIfOptionalIsVisible(const zval* phpVariable, const ComparedValu
 		}
 	}
 	bool bTrue = i_zend_is_true(const_cast<zval*>(phpVariable));
-	throwIfPhpFailed();
+	if (UNEXPECTED(Z_TYPE_P(phpVariable) >= IS_OBJECT)) {
+		throwIfPhpFailed();
+	}
 	return bTrue;
 }

@@ -44,8 +44,6 @@ char* writeDigits(char* pEnd, uint64_t nValue) {
 	return pEnd;
 }
 
-constexpr uint64_t SCALE = 1000000;
-
 // 10 to the power of the precision, for the precisions up to 15; beyond, a double no longer tells all such decimals
 // apart. Precision -1, the shortest text that reads back as the same value, is served like 15, and 0 like 1.
 constexpr uint64_t POWERS_OF_TEN[] = {
@@ -67,78 +65,84 @@ constexpr uint64_t POWERS_OF_TEN[] = {
 	1000000000000000ULL,
 };
 
-/// Appends a float that is a decimal of at most six places, which nearly all prices, weights and ratings are. PHP's
-/// own conversion takes five to ten times as long. Returns false when the value is not such a one.
+/// Writes a number without a sign in decimal; returns what follows it.
+char* writeNatural(char* p, uint64_t nValue) {
+	if (nValue < 100) {
+		return writeSmall(p, nValue);
+	}
+	if (nValue < 10000) {
+		p = writeSmall(p, nValue / 100);
+		memcpy(p, &DIGIT_PAIRS[2 * (nValue % 100)], 2);
+		return p + 2;
+	}
+	char aText[MAX_LENGTH_OF_LONG];
+	char* pEnd = aText + sizeof(aText);
+	char* pText = writeDigits(pEnd, nValue);
+	memcpy(p, pText, pEnd - pText);
+	return p + (pEnd - pText);
+}
+
+/// Writes a float if it is a decimal of at most as many places as `nScale` has zeros; else returns null. Takes a fifth of
+/// the time of PHP's own conversion.
 ///
-/// Why the text is PHP's: the check shows that the value is the double nearest to n/10^6, and that decimal has at most
+/// Why the text is PHP's: the check shows that the value is the double nearest to n/nScale, and that decimal has at most
 /// `precision` (at most 15) significant digits. Two decimals of up to 15 digits never share a nearest double. PHP's
 /// conversion, rounded correctly to `precision` digits, has this value as its nearest double too: so it is that decimal.
-bool appendShortDecimal(TextBuffer& sOutput, double nValue, int nPrecision) {
-	if (nPrecision < -1 || nPrecision > 15) {
-		return false;
+template <uint64_t nScale>
+inline char* writeDecimal(char* p, double nValue, uint64_t nBound) {
+	double nScaled = std::fabs(nValue) * nScale;
+	if (!(nScaled < static_cast<double>(nBound))) {
+		return nullptr;
 	}
-	double nScaled = std::fabs(nValue) * SCALE;
-	if (!(nScaled < POWERS_OF_TEN[nPrecision < 0 ? 15 : nPrecision])) {
-		return false;
-	}
-	auto nDecimal = static_cast<uint64_t>(nScaled + 0.5);
+	auto nDecimal = static_cast<uint64_t>(static_cast<int64_t>(nScaled + 0.5));
 	// PHP writes less than 0.0001 with an exponent.
-	if (static_cast<double>(nDecimal) / SCALE != std::fabs(nValue) || (nDecimal < 100 && nDecimal)) {
-		return false;
+	if (static_cast<double>(static_cast<int64_t>(nDecimal)) / nScale != std::fabs(nValue) ||
+		(nDecimal && nDecimal < nScale / 10000)) {
+		return nullptr;
 	}
-
-	char aText[32];
-	char* pEnd = aText + sizeof(aText);
-	char* pText = pEnd;
-	uint64_t nWhole = nDecimal / SCALE;
-	if (uint64_t nFraction = nDecimal % SCALE) {
-		// The digit in front keeps the zeros behind the point.
-		pText = writeDigits(pEnd, nFraction + SCALE);
-		while (pEnd[-1] == '0') {
-			--pEnd;
-		}
-		*pText = '.';
-	}
-	pText = writeDigits(pText, nWhole);
 	if (std::signbit(nValue)) {
-		*--pText = '-';
+		*p++ = '-';
 	}
-	sOutput.append(pText, pEnd - pText);
-	return true;
+	p = writeNatural(p, nDecimal / nScale);
+	uint64_t nFraction = nDecimal % nScale;
+	if (!nFraction) {
+		return p;
+	}
+	*p++ = '.';
+	for (uint64_t nUnit = nScale / 100; nUnit; nUnit /= 100) {
+		memcpy(p, &DIGIT_PAIRS[2 * (nFraction / nUnit % 100)], 2);
+		p += 2;
+	}
+	while (p[-1] == '0') {
+		--p;
+	}
+	return p;
 }
 
 } // namespace
 
-void appendInteger(TextBuffer& sOutput, zend_long nValue) {
-	if (nValue >= 0 && nValue < 10000) {
-		// Most numbers on a page are that small: straight into the text.
-		char* p = sOutput.reserve(4);
-		uint64_t nHundreds = static_cast<uint64_t>(nValue) / 100;
-		if (nHundreds) {
-			p = writeSmall(p, nHundreds);
-			memcpy(p, &DIGIT_PAIRS[2 * (nValue % 100)], 2);
-			sOutput.setEnd(p + 2);
-		} else {
-			sOutput.setEnd(writeSmall(p, nValue));
-		}
-		return;
+char* writeInteger(char* p, zend_long nValue) {
+	auto nMagnitude = static_cast<uint64_t>(nValue);
+	if (nValue < 0) {
+		*p++ = '-';
+		nMagnitude = 0 - nMagnitude;
 	}
-	char aText[MAX_LENGTH_OF_LONG];
-	char* pEnd = aText + sizeof(aText);
-	bool bNegative = nValue < 0;
-	uint64_t nMagnitude = bNegative ? 0 - static_cast<uint64_t>(nValue) : static_cast<uint64_t>(nValue);
-	char* pText = writeDigits(pEnd, nMagnitude);
-	if (bNegative) {
-		*--pText = '-';
-	}
-	sOutput.append(pText, pEnd - pText);
+	return writeNatural(p, nMagnitude);
 }
 
-void appendFloat(TextBuffer& sOutput, double nValue) {
-	int nPrecision = static_cast<int>(EG(precision));
-	if (appendShortDecimal(sOutput, nValue, nPrecision)) {
-		return;
+char* writeShortDecimal(char* p, double nValue) {
+	auto nPrecision = static_cast<int>(EG(precision));
+	if (nPrecision < -1 || nPrecision > 15) {
+		return nullptr;
 	}
+	uint64_t nBound = POWERS_OF_TEN[nPrecision < 0 ? 15 : nPrecision];
+	// Two places are what most have; six cost half as much again.
+	char* pEnd = writeDecimal<100>(p, nValue, nBound);
+	return pEnd ? pEnd : writeDecimal<1000000>(p, nValue, nBound);
+}
+
+void appendLongFloat(TextBuffer& sOutput, double nValue) {
+	auto nPrecision = static_cast<int>(EG(precision));
 	char aText[ZEND_DOUBLE_MAX_LENGTH];
 	zend_gcvt(nValue, nPrecision ? nPrecision : 1, '.', 'E', aText);
 	sOutput.append(aText, strlen(aText));

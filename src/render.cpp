@@ -3,7 +3,7 @@
 #include "byte_scan.h"
 #include "escape.h"
 #include "memory.h"
-#include "number_text.h"
+#include "text_cursor.h"
 #include "time_limit.h"
 #include "value_text.h"
 
@@ -12,11 +12,11 @@
 
 namespace {
 
-void appendKey(TextBuffer& sOutput, const ElementKey& oKey) {
+[[gnu::always_inline]] inline void appendKey(TextCursor& sOutput, const ElementKey& oKey) {
 	if (oKey.sKey) {
 		sOutput.append(oKey.sPrinted);
 	} else {
-		appendInteger(sOutput, static_cast<zend_long>(oKey.nIndex));
+		sOutput.setEnd(writeInteger(sOutput.reserve(NUMBER_ROOM), static_cast<zend_long>(oKey.nIndex)));
 	}
 }
 
@@ -58,12 +58,15 @@ zend_string* Template::getResult() {
 	return call.sOutput.take();
 }
 
-void Template::_getResult(const BlockList& subBlockList, TextBuffer& sOutput) {
+void Template::_getResult(const BlockList& subBlockList, TextBuffer& sText) {
 	checkStack();
+	checkTimeLimit();
 	const char* pTexts = call.sTexts.view().data();
-	for (Block* oBlock = subBlockList.first(); oBlock; oBlock = oBlock->oNext) {
-		checkTimeLimit();
+	TextCursor sOutput(sText);
+	Block* oNext;
+	for (Block* oBlock = subBlockList.first(); oBlock; oBlock = oNext) {
 		std::string_view sBefore(pTexts + oBlock->oText.nStart, oBlock->oText.nLength);
+		oNext = oBlock->oNext;
 		switch (oBlock->getType()) {
 			case Block::VARIABLE:
 				_getResultVariable(static_cast<const MultiVariableBlock&>(*oBlock), sBefore, sOutput);
@@ -75,57 +78,62 @@ void Template::_getResult(const BlockList& subBlockList, TextBuffer& sOutput) {
 				_getResultEscaped(static_cast<const VariableBlock&>(*oBlock), sBefore, sOutput);
 				break;
 			case Block::_OPTIONAL:
-			case Block::NOPTIONAL:
+			case Block::NOPTIONAL: {
+				const auto& oOptional = static_cast<const OptionalBlock&>(*oBlock);
 				sOutput.appendPadded(sBefore);
-				_getResultOptional(static_cast<const OptionalBlock&>(*oBlock), sOutput);
+				if (isShown(oOptional) && !oOptional.listSubBlocks.empty()) {
+					oNext = oOptional.listSubBlocks.first();
+				}
 				break;
+			}
 			case Block::DYNAMIC:
 			case Block::RDYNAMIC:
 				sOutput.appendPadded(sBefore);
-				_getResultDynamic(static_cast<DynamicBlock&>(*oBlock), sOutput);
+				sOutput.lend([&](TextBuffer& sLent) { _getResultDynamic(static_cast<DynamicBlock&>(*oBlock), sLent); });
 				break;
 			case Block::TEXT:
 				sOutput.appendPadded(sBefore);
+				checkTimeLimit();
 				break;
-			case Block::UNKNOWN:
-			case Block::INCLUDE:
-			case Block::OPTIONAL_CLOSE:
-			case Block::DYNAMIC_CLOSE:
-			case Block::RDYNAMIC_CLOSE:
-				break;
+			default:
+				// No other kind is ever stored.
+				ZEND_UNREACHABLE();
 		}
 	}
+	sOutput.store();
 }
 
 /// Finds a value in the element that a dynamic block is rendering; null when there is none.
 inline const zval* Template::findDynamicValue(const DynamicReference& oReference) const {
-	const DynamicBlock* oBlock = oReference.oDynamicBlock;
-	if (!oBlock) {
-		return nullptr;
+	switch (oReference.eTarget) {
+		case DynamicReference::COLUMN:
+			return PHPInterface::hashFindIn(*oReference.listIndexes, oReference.oDynamicBlock->phpValue);
+		case DynamicReference::PATH:
+			return findVariable(oReference.listIndexes, oReference.oDynamicBlock->phpValue);
+		default:
+			return nullptr;
 	}
-	if (EXPECTED(oReference.oColumn)) {
-		return PHPInterface::hashFindIn(*oReference.oColumn, oBlock->phpValue);
-	}
-	return findVariable(oReference.listIndexes, oBlock->phpValue);
 }
 
 // Strings are what nearly every tag prints. They are appended together with the text in front of the tag.
 
-inline void Template::_getResultVariable(const MultiVariableBlock& oBlock, std::string_view sBefore,
-										 TextBuffer& sOutput) {
+[[gnu::always_inline]] inline void Template::_getResultVariable(const MultiVariableBlock& oBlock, std::string_view sBefore,
+										 TextCursor& sOutput) {
 	const DynamicReference& oReference = oBlock.oReference;
-	if (oReference.bKey && oReference.oDynamicBlock) {
+	if (oReference.eTarget == DynamicReference::KEY) {
 		const ElementKey& oKey = oReference.oDynamicBlock->phpKey;
-		sOutput.appendPadded(sBefore, oKey.sPrinted);
-		if (!oKey.sKey) {
-			appendInteger(sOutput, static_cast<zend_long>(oKey.nIndex));
+		if (EXPECTED(oKey.sKey)) {
+			sOutput.appendPadded(sBefore, oKey.sPrinted);
+		} else {
+			sOutput.appendPadded(sBefore);
+			appendKey(sOutput, oKey);
 		}
 		return;
 	}
-	const zval* phpVariable = oReference.bKey ? nullptr : findDynamicValue(oReference);
+	const zval* phpVariable = findDynamicValue(oReference);
 	if (!phpVariable) {
 		sOutput.appendPadded(sBefore);
-		printAlternative(oBlock, sOutput);
+		sOutput.lend([&](TextBuffer& sLent) { printAlternative(oBlock, sLent); });
 	} else if (EXPECTED(Z_TYPE_P(phpVariable) == IS_STRING)) {
 		sOutput.appendPadded(sBefore, byte_scan::upToNul(Z_STR_P(phpVariable)));
 	} else {
@@ -135,29 +143,35 @@ inline void Template::_getResultVariable(const MultiVariableBlock& oBlock, std::
 }
 
 /// What finds nothing prints nothing here, not even the tag.
-inline void Template::_getResultEscaped(const VariableBlock& oBlock, std::string_view sBefore, TextBuffer& sOutput) {
+[[gnu::always_inline]] inline void Template::_getResultEscaped(const VariableBlock& oBlock, std::string_view sBefore, TextCursor& sOutput) {
 	const DynamicReference& oReference = oBlock.oReference;
 	const zval* phpVariable = nullptr;
 	const zend_string* sFound = nullptr;
-	if (!oReference.bKey) {
+	if (UNEXPECTED(oReference.eTarget == DynamicReference::KEY)) {
+		const ElementKey& oKey = oReference.oDynamicBlock->phpKey;
+		if (!oKey.sKey) {
+			// No escaping changes a digit or a minus sign.
+			sOutput.appendPadded(sBefore);
+			appendKey(sOutput, oKey);
+			return;
+		}
+		sFound = oKey.sKey;
+	} else {
 		phpVariable = findDynamicValue(oReference);
 		sFound = phpVariable && Z_TYPE_P(phpVariable) == IS_STRING ? Z_STR_P(phpVariable) : nullptr;
-	} else if (oReference.oDynamicBlock) {
-		sFound = oReference.oDynamicBlock->phpKey.sKey;
 	}
 	if (sFound && oBlock.getType() == Block::HTMLSPECIALCHARS && !byte_scan::containsHtmlSpecial(sFound)) {
 		sOutput.appendPadded(sBefore, {ZSTR_VAL(sFound), ZSTR_LEN(sFound)});
 		return;
 	}
 	sOutput.appendPadded(sBefore);
-	if (sFound) {
-		appendEscaped(sOutput, oBlock.getType(), sFound, EscapeTime::RENDER);
-	} else if (phpVariable) {
-		appendEscapedValue(sOutput, oBlock.getType(), phpVariable);
-	} else if (oReference.bKey && oReference.oDynamicBlock) {
-		// No escaping changes a digit or a minus sign.
-		appendInteger(sOutput, static_cast<zend_long>(oReference.oDynamicBlock->phpKey.nIndex));
-	}
+	sOutput.lend([&](TextBuffer& sLent) {
+		if (sFound) {
+			appendEscaped(sLent, oBlock.getType(), sFound, EscapeTime::RENDER);
+		} else if (phpVariable) {
+			appendEscapedValue(sLent, oBlock.getType(), phpVariable);
+		}
+	});
 }
 
 /// Prints the first of the further alternatives that finds something, else the fallback text or the tag itself.
@@ -166,8 +180,10 @@ void Template::printAlternative(const MultiVariableBlock& oBlock, TextBuffer& sO
 		checkTimeLimit();
 		switch (oTried->eKind) {
 			case Alternative::DYNAMIC_VALUE:
-				if (oTried->oReference.bKey && oTried->oReference.oDynamicBlock) {
-					appendKey(sOutput, oTried->oReference.oDynamicBlock->phpKey);
+				if (oTried->oReference.eTarget == DynamicReference::KEY) {
+					TextCursor sCursor(sOutput);
+					appendKey(sCursor, oTried->oReference.oDynamicBlock->phpKey);
+					sCursor.store();
 					return;
 				}
 				if (const zval* phpVariable = findDynamicValue(oTried->oReference)) {
@@ -189,16 +205,20 @@ void Template::printAlternative(const MultiVariableBlock& oBlock, TextBuffer& sO
 	}
 }
 
-inline void Template::_getResultOptional(const OptionalBlock& oBlock, TextBuffer& sOutput) {
+/// Whether an optional section is shown. One that depends on a block that isn't there never is, not even when negated.
+inline bool Template::isShown(const OptionalBlock& oBlock) const {
 	const DynamicReference& oReference = oBlock.oReference;
-	if (!oReference.oDynamicBlock) {
-		return;
+	bool bHolds;
+	switch (oReference.eTarget) {
+		case DynamicReference::NOTHING:
+			return false;
+		case DynamicReference::KEY:
+			bHolds = oBlock.oValue.equalsKey(oReference.oDynamicBlock->phpKey);
+			break;
+		default:
+			bHolds = checkIfOptionalIsVisible(findDynamicValue(oReference), oBlock.oValue);
 	}
-	bool bVisible = oReference.bKey ? oBlock.oValue.equalsKey(oReference.oDynamicBlock->phpKey)
-									: checkIfOptionalIsVisible(findDynamicValue(oReference), oBlock.oValue);
-	if (bVisible != (oBlock.getType() == Block::NOPTIONAL)) {
-		_getResult(oBlock.listSubBlocks, sOutput);
-	}
+	return bHolds != (oBlock.getType() == Block::NOPTIONAL);
 }
 
 /// Finds the data of a block in the element of an enclosing block; null when there is none to walk.

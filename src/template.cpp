@@ -12,6 +12,10 @@ namespace {
 // A text in string mode is mostly literal; this much room is made for it at once.
 constexpr size_t LONGEST_RESERVED_TEXT = 64 * 1024;
 
+// Rendering looks at the time where a text stands alone. At each block would be 4 % of a page with loops; and so a body of
+// a million tags gets some such texts.
+constexpr size_t BLOCKS_BETWEEN_LOOKS = 1024;
+
 } // namespace
 
 Template::~Template() {
@@ -181,9 +185,17 @@ std::string_view Template::trim(std::string_view sSource) {
 
 /// Appends a block; the pending text stands in front of it.
 void Template::storeBlock(BlockList& subBlockList, Block* oBlock) {
+	if (UNEXPECTED(++call.nBlocks % BLOCKS_BETWEEN_LOOKS == 0) && oBlock->getType() != Block::TEXT) {
+		storeBlock(subBlockList, call.oArena.make<TextBlock>());
+	}
 	oBlock->oText = {call.nPendingText, call.sTexts.size() - call.nPendingText};
 	call.nPendingText = call.sTexts.size();
+	Block* oLast = subBlockList.last();
 	subBlockList.append(oBlock);
+	// What follows an optional section follows its body as well.
+	while (oLast && oLast->isOptional() && (oLast = static_cast<OptionalBlock*>(oLast)->listSubBlocks.last())) {
+		oLast->oNext = oBlock;
+	}
 }
 
 /// Ends a body: makes the text that is still pending part of it.

@@ -9,6 +9,8 @@
 #include <initializer_list>
 #include <string_view>
 
+class TextCursor;
+
 /// One template source: analysed once into the block tree, then, if it is the call's own, rendered.
 ///
 /// Every error ends the call with a TemplateError. The template is to be destroyed outside of any catch block: closing
@@ -77,11 +79,11 @@ private:
 	bool isInIncludeChain(std::string_view sName) const;
 
 	// Rendering.
-	void _getResult(const BlockList& subBlockList, TextBuffer& sOutput);
-	void _getResultVariable(const MultiVariableBlock& oBlock, std::string_view sBefore, TextBuffer& sOutput);
-	void _getResultEscaped(const VariableBlock& oBlock, std::string_view sBefore, TextBuffer& sOutput);
-	void _getResultOptional(const OptionalBlock& oBlock, TextBuffer& sOutput);
-	void _getResultDynamic(DynamicBlock& oBlock, TextBuffer& sOutput);
+	void _getResult(const BlockList& subBlockList, TextBuffer& sText);
+	void _getResultVariable(const MultiVariableBlock& oBlock, std::string_view sBefore, TextCursor& sOutput);
+	void _getResultEscaped(const VariableBlock& oBlock, std::string_view sBefore, TextCursor& sOutput);
+	bool isShown(const OptionalBlock& oBlock) const;
+	[[gnu::noinline]] void _getResultDynamic(DynamicBlock& oBlock, TextBuffer& sOutput);
 	const zval* findDynamicValue(const DynamicReference& oReference) const;
 	const zval* findDynamicData(const DynamicBlock& oBlock) const;
 	void printAlternative(const MultiVariableBlock& oBlock, TextBuffer& sOutput) const;

@@ -60,20 +60,6 @@ public:
 		pFree += nLength;
 	}
 
-	/// Appends a text that is padded.
-	void appendPadded(std::string_view sText) {
-		reserve(sText.size() + PADDING);
-		writePadded(sText);
-	}
-
-	/// Appends a text that is padded and another one. One after the other costs a fifth of a table's time more.
-	void appendPadded(std::string_view sText, std::string_view sNext) {
-		reserve(sText.size() + PADDING + sNext.size());
-		writePadded(sText);
-		copyText(pFree, sNext.data(), sNext.size());
-		pFree += sNext.size();
-	}
-
 	void append(char ch) {
 		*reserve(1) = ch;
 		++pFree;
@@ -95,6 +81,10 @@ public:
 
 	void setEnd(char* pTextEnd) { pFree = pTextEnd; }
 
+	/// Where the text ends, and where its room does.
+	char* end() const { return pFree; }
+	const char* limit() const { return pEnd; }
+
 	/// Makes room for `nLength` more bytes, which may or may not come: in one step instead of many, without touching the
 	/// memory, and only as far as `memory_limit` is not brought near.
 	void expect(size_t nLength);
@@ -112,15 +102,6 @@ public:
 	void release();
 
 private:
-	void writePadded(std::string_view sText) {
-		if (sText.size() <= PADDING) {
-			memcpy(pFree, sText.data(), PADDING);
-		} else {
-			memcpy(pFree, sText.data(), sText.size());
-		}
-		pFree += sText.size();
-	}
-
 	zend_string* string() const { return reinterpret_cast<zend_string*>(pBegin - _ZSTR_HEADER_SIZE); }
 	bool isAllocated() const { return pBegin != aNothing; }
 	void grow(size_t nLength);

@@ -1,20 +1,9 @@
 #include "value_text.h"
 
-#include "byte_scan.h"
 #include "memory.h"
-#include "number_text.h"
 
-void appendValue(TextBuffer& sOutput, const zval* phpVariable) {
+void appendConverted(TextBuffer& sOutput, const zval* phpVariable) {
 	switch (Z_TYPE_P(phpVariable)) {
-		case IS_STRING:
-			sOutput.append(byte_scan::upToNul(Z_STR_P(phpVariable)));
-			return;
-		case IS_LONG:
-			appendInteger(sOutput, Z_LVAL_P(phpVariable));
-			return;
-		case IS_DOUBLE:
-			appendFloat(sOutput, Z_DVAL_P(phpVariable));
-			return;
 		case IS_TRUE:
 			sOutput.append('1');
 			return;
@@ -28,6 +17,12 @@ void appendValue(TextBuffer& sOutput, const zval* phpVariable) {
 	OwnedString sText(convertToString(phpVariable));
 	throwIfPhpFailed();
 	sOutput.append(byte_scan::upToNul(sText.get()));
+}
+
+void appendValue(TextBuffer& sOutput, const zval* phpVariable) {
+	TextCursor sCursor(sOutput);
+	appendValue(sCursor, phpVariable);
+	sCursor.store();
 }
 
 zend_string* convertToString(const zval* phpVariable) {

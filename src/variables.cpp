@@ -108,9 +108,16 @@ DynamicReference Template::resolveNamespace(const Reference& oReference) const {
 		const DynamicBlock* oNamesake = call.oNames.find(oReference.sNamespace);
 		oBlock = oNamesake ? oNamesake->oOutermostNamesake : nullptr;
 	}
-	const Index* oFirst = oReference.listIndexes.first();
-	const Index* oColumn = oFirst && oFirst->sKey && !oFirst->oNext ? oFirst : nullptr;
-	return {oBlock, oFirst, oColumn, oReference.eType == KEY};
+	const Index* oIndex = oReference.listIndexes.first();
+	DynamicReference::TARGET eTarget = DynamicReference::PATH;
+	if (!oBlock) {
+		eTarget = DynamicReference::NOTHING;
+	} else if (oReference.eType == KEY) {
+		eTarget = DynamicReference::KEY;
+	} else if (oIndex && oIndex->sKey && !oIndex->oNext) {
+		eTarget = DynamicReference::COLUMN;
+	}
+	return {oBlock, oIndex, eTarget};
 }
 
 // --- Analysis of tags -----------------------------------------------------------------------------------------------
