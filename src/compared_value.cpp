@@ -1,5 +1,7 @@
 #include "compared_value.h"
 
+#include "error.h"
+
 #include <cstdlib>
 
 ComparedValue::ComparedValue(std::string_view _sValue) : sValue(_sValue), sStripped(_sValue) {
@@ -10,5 +12,31 @@ ComparedValue::ComparedValue(std::string_view _sValue) : sValue(_sValue), sStrip
 	}
 	// What follows the digits, a quote or the zero byte, ends the number.
 	nNumber = sStripped.empty() ? 0 : strtol(sStripped.data(), nullptr, 10);
-	bNul = sStripped.find('\0') != std::string_view::npos;
+	nStringLength = sStripped.find('\0') == std::string_view::npos ? sStripped.size() : SIZE_MAX;
+}
+
+bool ComparedValue::equalsOther(const zval* phpVariable) const {
+	switch (Z_TYPE_P(phpVariable)) {
+		case IS_LONG:
+			return Z_LVAL_P(phpVariable) == nNumber;
+		case IS_FALSE:
+		case IS_TRUE:
+			// The value word and not the type tells here.
+			return (Z_LVAL_P(phpVariable) == 0) == (sStripped == "0");
+		default:
+			return false;
+	}
+}
+
+bool checkIfTrue(const zval* phpVariable) {
+	if (Z_TYPE_P(phpVariable) == IS_ARRAY) {
+		if (const zval* phpVisible = zend_hash_str_find(Z_ARRVAL_P(phpVariable), ZEND_STRL("visible"))) {
+			phpVariable = phpVisible;
+		}
+	}
+	bool bTrue = i_zend_is_true(const_cast<zval*>(phpVariable));
+	if (Z_TYPE_P(phpVariable) >= IS_OBJECT) {
+		throwIfPhpFailed();
+	}
+	return bTrue;
 }

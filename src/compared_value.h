@@ -1,7 +1,6 @@
 #pragma once
 
 #include "byte_scan.h"
-#include "error.h"
 #include "reference.h"
 
 #include <string_view>
@@ -36,32 +35,25 @@ public:
 
 	/// Compares the text without its quotes with a string, an integer or a boolean; any other value is not equal.
 	bool equalsValue(const zval* phpVariable) const {
-		switch (Z_TYPE_P(phpVariable)) {
-			case IS_STRING:
-				return equalsString(Z_STR_P(phpVariable));
-			case IS_LONG:
-				return Z_LVAL_P(phpVariable) == nNumber;
-			case IS_FALSE:
-			case IS_TRUE:
-				// The value word and not the type tells here.
-				return (Z_LVAL_P(phpVariable) == 0) == (sStripped == "0");
-			default:
-				return false;
-		}
+		return Z_TYPE_P(phpVariable) == IS_STRING ? equalsString(Z_STR_P(phpVariable)) : equalsOther(phpVariable);
 	}
 
 private:
 	/// A string counts up to its first zero byte; behind its last byte there is one anyway.
 	bool equalsString(const zend_string* sText) const {
-		return !bNul && ZSTR_LEN(sText) >= sStripped.size() && ZSTR_VAL(sText)[sStripped.size()] == '\0' &&
-			   byte_scan::same(ZSTR_VAL(sText), sStripped.data(), sStripped.size());
+		return ZSTR_LEN(sText) >= nStringLength && ZSTR_VAL(sText)[nStringLength] == '\0' &&
+			   byte_scan::same(ZSTR_VAL(sText), sStripped.data(), nStringLength);
 	}
+	bool equalsOther(const zval* phpVariable) const;
 
 	std::string_view sValue;
 	std::string_view sStripped; ///< without the quotes
 	zend_long nNumber;          ///< the number with which it begins, else 0
-	bool bNul;                  ///< whether there is a zero byte in sStripped, so that it equals no string
+	size_t nStringLength;       ///< of sStripped; or no string's length, when a zero byte in it keeps it from equalling any
 };
+
+/// Whether a value that is compared with none holds. Throws when user code threw.
+bool checkIfTrue(const zval* phpVariable);
 
 /// Whether an optional section is shown, negation aside. `phpVariable` is null when the tag's reference finds nothing.
 /// Throws when user code threw.
@@ -72,14 +64,5 @@ inline bool checkIfOptionalIsVisible(const zval* phpVariable, const ComparedValu
 	if (!oValue.empty()) {
 		return oValue.equalsValue(phpVariable);
 	}
-	if (Z_TYPE_P(phpVariable) == IS_ARRAY) {
-		if (const zval* phpVisible = zend_hash_str_find(Z_ARRVAL_P(phpVariable), ZEND_STRL("visible"))) {
-			phpVariable = phpVisible;
-		}
-	}
-	bool bTrue = i_zend_is_true(const_cast<zval*>(phpVariable));
-	if (UNEXPECTED(Z_TYPE_P(phpVariable) >= IS_OBJECT)) {
-		throwIfPhpFailed();
-	}
-	return bTrue;
+	return Z_TYPE_P(phpVariable) <= IS_TRUE ? Z_TYPE_P(phpVariable) == IS_TRUE : checkIfTrue(phpVariable);
 }

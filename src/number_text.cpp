@@ -1,48 +1,8 @@
 #include "number_text.h"
 
-#include <array>
 #include <cmath>
-#include <cstdint>
 
 namespace {
-
-// The digits of 00 to 99.
-constexpr std::array<char, 200> makeDigitPairs() {
-	std::array<char, 200> aPairs{};
-	for (int n = 0; n < 100; ++n) {
-		aPairs[2 * n] = static_cast<char>('0' + n / 10);
-		aPairs[2 * n + 1] = static_cast<char>('0' + n % 10);
-	}
-	return aPairs;
-}
-
-constexpr std::array<char, 200> DIGIT_PAIRS = makeDigitPairs();
-
-/// Writes a number below 100 without a leading zero; returns what follows it.
-char* writeSmall(char* p, uint64_t nValue) {
-	if (nValue >= 10) {
-		memcpy(p, &DIGIT_PAIRS[2 * nValue], 2);
-		return p + 2;
-	}
-	*p = static_cast<char>('0' + nValue);
-	return p + 1;
-}
-
-/// Writes a number in decimal in front of `pEnd`; returns where it begins.
-char* writeDigits(char* pEnd, uint64_t nValue) {
-	while (nValue >= 100) {
-		pEnd -= 2;
-		memcpy(pEnd, &DIGIT_PAIRS[2 * (nValue % 100)], 2);
-		nValue /= 100;
-	}
-	if (nValue >= 10) {
-		pEnd -= 2;
-		memcpy(pEnd, &DIGIT_PAIRS[2 * nValue], 2);
-	} else {
-		*--pEnd = static_cast<char>('0' + nValue);
-	}
-	return pEnd;
-}
 
 // 10 to the power of the precision, for the precisions up to 15; beyond, a double no longer tells all such decimals
 // apart. Precision -1, the shortest text that reads back as the same value, is served like 15, and 0 like 1.
@@ -64,23 +24,6 @@ constexpr uint64_t POWERS_OF_TEN[] = {
 	100000000000000ULL,
 	1000000000000000ULL,
 };
-
-/// Writes a number without a sign in decimal; returns what follows it.
-char* writeNatural(char* p, uint64_t nValue) {
-	if (nValue < 100) {
-		return writeSmall(p, nValue);
-	}
-	if (nValue < 10000) {
-		p = writeSmall(p, nValue / 100);
-		memcpy(p, &DIGIT_PAIRS[2 * (nValue % 100)], 2);
-		return p + 2;
-	}
-	char aText[MAX_LENGTH_OF_LONG];
-	char* pEnd = aText + sizeof(aText);
-	char* pText = writeDigits(pEnd, nValue);
-	memcpy(p, pText, pEnd - pText);
-	return p + (pEnd - pText);
-}
 
 /// Writes a float if it is a decimal of at most as many places as `nScale` has zeros; else returns null. Takes a fifth of
 /// the time of PHP's own conversion.
@@ -104,14 +47,13 @@ inline char* writeDecimal(char* p, double nValue, uint64_t nBound) {
 		*p++ = '-';
 	}
 	p = writeNatural(p, nDecimal / nScale);
-	uint64_t nFraction = nDecimal % nScale;
+	auto nFraction = static_cast<uint32_t>(nDecimal % nScale);
 	if (!nFraction) {
 		return p;
 	}
 	*p++ = '.';
-	for (uint64_t nUnit = nScale / 100; nUnit; nUnit /= 100) {
-		memcpy(p, &DIGIT_PAIRS[2 * (nFraction / nUnit % 100)], 2);
-		p += 2;
+	for (uint32_t nUnit = nScale / 100; nUnit; nUnit /= 100) {
+		p = writePair(p, nFraction / nUnit % 100);
 	}
 	while (p[-1] == '0') {
 		--p;
@@ -121,13 +63,21 @@ inline char* writeDecimal(char* p, double nValue, uint64_t nBound) {
 
 } // namespace
 
-char* writeInteger(char* p, zend_long nValue) {
-	auto nMagnitude = static_cast<uint64_t>(nValue);
-	if (nValue < 0) {
-		*p++ = '-';
-		nMagnitude = 0 - nMagnitude;
+char* writeNatural(char* p, uint64_t nValue) {
+	constexpr uint64_t EIGHT_DIGITS = 100000000;
+	if (nValue < 10000) {
+		return writeSmall(p, static_cast<uint32_t>(nValue));
 	}
-	return writeNatural(p, nMagnitude);
+	auto nLow = static_cast<uint32_t>(nValue % EIGHT_DIGITS);
+	if (nValue < EIGHT_DIGITS) {
+		p = writeSmall(p, nLow / 10000);
+	} else {
+		p = writeNatural(p, nValue / EIGHT_DIGITS);
+		p = writePair(p, nLow / 1000000);
+		p = writePair(p, nLow / 10000 % 100);
+	}
+	p = writePair(p, nLow / 100 % 100);
+	return writePair(p, nLow % 100);
 }
 
 char* writeShortDecimal(char* p, double nValue) {

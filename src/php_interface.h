@@ -62,7 +62,7 @@ public:
 
 private:
 	static bool sameKey(const Bucket& bucket, const zend_string* key) {
-		return bucket.h == ZSTR_H(key) && bucket.key && byte_scan::same(bucket.key, key);
+		return bucket.key && byte_scan::same(bucket.key, key);
 	}
 
 	[[gnu::noinline]] static const zval* hashFindAnywhere(const Index& key, const HashTable* table);

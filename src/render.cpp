@@ -1,6 +1,7 @@
 #include "template.h"
 
 #include "byte_scan.h"
+#include "element_walk.h"
 #include "escape.h"
 #include "memory.h"
 #include "text_cursor.h"
@@ -54,50 +55,66 @@ zend_string* Template::getResult() {
 	}
 	call.sTexts.reserve(TextBuffer::PADDING); // the texts in front of blocks are taken to be padded
 	call.sOutput.expect(2 * call.sTexts.size());
-	_getResult(listBlocks, call.sOutput);
+	_getResult(listBlocks, nullptr, call.sOutput);
 	return call.sOutput.take();
 }
 
-void Template::_getResult(const BlockList& subBlockList, TextBuffer& sText) {
+/// Renders a body: once for each element, or once when it belongs to no dynamic block.
+void Template::_getResult(const BlockList& subBlockList, ElementWalk* oElements, TextBuffer& sText) {
 	checkStack();
-	checkTimeLimit();
 	const char* pTexts = call.sTexts.view().data();
 	TextCursor sOutput(sText);
-	Block* oNext;
-	for (Block* oBlock = subBlockList.first(); oBlock; oBlock = oNext) {
-		std::string_view sBefore(pTexts + oBlock->oText.nStart, oBlock->oText.nLength);
-		oNext = oBlock->oNext;
-		switch (oBlock->getType()) {
-			case Block::VARIABLE:
-				_getResultVariable(static_cast<const MultiVariableBlock&>(*oBlock), sBefore, sOutput);
-				break;
-			case Block::ADDSLASHES:
-			case Block::HTMLENTITIES:
-			case Block::HTMLSPECIALCHARS:
-			case Block::RAWURLENCODE:
-				_getResultEscaped(static_cast<const VariableBlock&>(*oBlock), sBefore, sOutput);
-				break;
-			case Block::_OPTIONAL:
-			case Block::NOPTIONAL: {
-				const auto& oOptional = static_cast<const OptionalBlock&>(*oBlock);
-				sOutput.appendPadded(sBefore);
-				if (isShown(oOptional) && !oOptional.listSubBlocks.empty()) {
-					oNext = oOptional.listSubBlocks.first();
+	size_t nStart = sOutput.size();
+	while (!oElements || oElements->next()) {
+		checkTimeLimit();
+		size_t nRowStart = sOutput.size();
+		Block* oNext;
+		for (Block* oBlock = subBlockList.first(); oBlock; oBlock = oNext) {
+			std::string_view sBefore(pTexts + oBlock->oText.nStart, oBlock->oText.nLength);
+			oNext = oBlock->oNext;
+			switch (oBlock->getType()) {
+				case Block::VARIABLE:
+					_getResultVariable(static_cast<const MultiVariableBlock&>(*oBlock), sBefore, sOutput);
+					break;
+				case Block::ADDSLASHES:
+				case Block::HTMLENTITIES:
+				case Block::HTMLSPECIALCHARS:
+				case Block::RAWURLENCODE:
+					_getResultEscaped(static_cast<const VariableBlock&>(*oBlock), sBefore, sOutput);
+					break;
+				case Block::_OPTIONAL:
+				case Block::NOPTIONAL: {
+					const auto& oOptional = static_cast<const OptionalBlock&>(*oBlock);
+					sOutput.appendPadded(sBefore);
+					if (isShown(oOptional) && !oOptional.listSubBlocks.empty()) {
+						oNext = oOptional.listSubBlocks.first();
+					}
+					break;
 				}
-				break;
+				case Block::DYNAMIC:
+				case Block::RDYNAMIC:
+					sOutput.appendPadded(sBefore);
+					sOutput.lend([&](TextBuffer& sLent) {
+						_getResultDynamic(static_cast<DynamicBlock&>(*oBlock), sLent);
+					});
+					break;
+				case Block::TEXT:
+					sOutput.appendPadded(sBefore);
+					checkTimeLimit();
+					break;
+				default:
+					ZEND_UNREACHABLE(); // no other kind is ever stored
 			}
-			case Block::DYNAMIC:
-			case Block::RDYNAMIC:
-				sOutput.appendPadded(sBefore);
-				sOutput.lend([&](TextBuffer& sLent) { _getResultDynamic(static_cast<DynamicBlock&>(*oBlock), sLent); });
-				break;
-			case Block::TEXT:
-				sOutput.appendPadded(sBefore);
-				checkTimeLimit();
-				break;
-			default:
-				// No other kind is ever stored.
-				ZEND_UNREACHABLE();
+		}
+		if (!oElements) {
+			break;
+		}
+		// Rows are much alike: what the rest will take is known long before it comes. For a large page that is one move
+		// of the output instead of ten, and no more memory than the result itself.
+		if (oElements->isOutermost() && UNEXPECTED(sOutput.room() < 4 * (sOutput.size() - nRowStart))) {
+			size_t nRow = (sOutput.size() - nStart) / oElements->walked() + 1;
+			size_t nRest = nRow * oElements->left();
+			sOutput.lend([=](TextBuffer& sLent) { sLent.expect(nRest + nRest / 32 + 4 * nRow); });
 		}
 	}
 	sOutput.store();
@@ -237,35 +254,8 @@ void Template::_getResultDynamic(DynamicBlock& oBlock, TextBuffer& sOutput) {
 	if (!oTable) {
 		return;
 	}
-	bool bReverse = oBlock.getType() == Block::RDYNAMIC;
-	oBlock.phpKey = {};
-	bool bOutermost = !oBlock.oOuterLoop;
-	size_t nStart = sOutput.size();
-	for (uint32_t nStep = 0; nStep < oTable->nNumUsed; ++nStep) {
-		uint32_t nSlot = bReverse ? oTable->nNumUsed - 1 - nStep : nStep;
-		const zval* phpSlot;
-		if (HT_IS_PACKED(oTable)) {
-			phpSlot = oTable->arPacked + nSlot;
-			oBlock.phpKey.nIndex = nSlot;
-		} else {
-			const Bucket& oBucket = oTable->arData[nSlot];
-			phpSlot = &oBucket.val;
-			oBlock.phpKey = {oBucket.key, oBucket.h,
-							 oBucket.key ? byte_scan::upToNul(oBucket.key) : std::string_view()};
-		}
-		oBlock.phpValue = PHPInterface::slotValue(phpSlot);
-		size_t nRowStart = sOutput.size();
-		if (oBlock.phpValue) {
-			_getResult(oBlock.listSubBlocks, sOutput);
-		}
-		// Rows are much alike: what the rest will take is known long before it comes. For a large page that is one move
-		// of the output instead of ten, and no more memory than the result itself.
-		if (bOutermost && UNEXPECTED(sOutput.room() < 4 * (sOutput.size() - nRowStart))) {
-			size_t nRow = (sOutput.size() - nStart) / (nStep + 1) + 1;
-			size_t nRest = nRow * (oTable->nNumUsed - nStep - 1);
-			sOutput.expect(nRest + nRest / 32 + 4 * nRow);
-		}
-	}
+	ElementWalk oElements(oBlock, oTable);
+	_getResult(oBlock.listSubBlocks, &oElements, sOutput);
 	call.endLoop();
 	throwIfPhpFailed();
 }

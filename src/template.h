@@ -9,6 +9,7 @@
 #include <initializer_list>
 #include <string_view>
 
+class ElementWalk;
 class TextCursor;
 
 /// One template source: analysed once into the block tree, then, if it is the call's own, rendered.
@@ -79,7 +80,7 @@ private:
 	bool isInIncludeChain(std::string_view sName) const;
 
 	// Rendering.
-	void _getResult(const BlockList& subBlockList, TextBuffer& sText);
+	void _getResult(const BlockList& subBlockList, ElementWalk* oElements, TextBuffer& sText);
 	void _getResultVariable(const MultiVariableBlock& oBlock, std::string_view sBefore, TextCursor& sOutput);
 	void _getResultEscaped(const VariableBlock& oBlock, std::string_view sBefore, TextCursor& sOutput);
 	bool isShown(const OptionalBlock& oBlock) const;

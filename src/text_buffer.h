@@ -81,7 +81,8 @@ public:
 
 	void setEnd(char* pTextEnd) { pFree = pTextEnd; }
 
-	/// Where the text ends, and where its room does.
+	/// Where the text begins and ends, and where its room does.
+	const char* begin() const { return pBegin; }
 	char* end() const { return pFree; }
 	const char* limit() const { return pEnd; }
 

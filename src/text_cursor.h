@@ -22,6 +22,11 @@ public:
 
 	void setEnd(char* pEnd) { p = pEnd; }
 
+	size_t size() const { return p - sText.begin(); }
+
+	/// How many bytes can be appended before the text has to grow.
+	size_t room() const { return sText.limit() - p; }
+
 	void append(std::string_view sText) {
 		copyText(reserve(sText.size()), sText.data(), sText.size());
 		p += sText.size();

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "block.h"
+#include "byte_scan.h"
+#include "php_interface.h"
+
+/// Takes a dynamic block from one element of its data to the next.
+class ElementWalk {
+public:
+	/// `_oTable` must not change during the walk.
+	ElementWalk(DynamicBlock& _oBlock, const HashTable* _oTable)
+		: oBlock(_oBlock), oTable(_oTable), nStep(0), bReverse(_oBlock.getType() == Block::RDYNAMIC) {
+		oBlock.phpKey = {};
+	}
+
+	/// Sets the block's key and value; false when no element is left.
+	bool next() {
+		while (nStep < oTable->nNumUsed) {
+			uint32_t nSlot = bReverse ? oTable->nNumUsed - 1 - nStep : nStep;
+			++nStep;
+			const zval* phpSlot;
+			if (HT_IS_PACKED(oTable)) {
+				phpSlot = oTable->arPacked + nSlot;
+				oBlock.phpKey.nIndex = nSlot;
+			} else {
+				const Bucket& oBucket = oTable->arData[nSlot];
+				phpSlot = &oBucket.val;
+				oBlock.phpKey = {oBucket.key, oBucket.h,
+								 oBucket.key ? byte_scan::upToNul(oBucket.key) : std::string_view()};
+			}
+			oBlock.phpValue = PHPInterface::slotValue(phpSlot);
+			if (EXPECTED(oBlock.phpValue)) {
+				return true;
+			}
+		}
+		return false;
+	}
+
+	bool isOutermost() const { return !oBlock.oOuterLoop; }
+
+	/// How many elements were walked, and how many are left at most.
+	size_t walked() const { return nStep; }
+	size_t left() const { return oTable->nNumUsed - nStep; }
+
+private:
+	DynamicBlock& oBlock;
+	const HashTable* oTable;
+	uint32_t nStep;
+	bool bReverse;
+};
