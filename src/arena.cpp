@@ -1,9 +1,9 @@
 #include "arena.h"
 
 #include "memory.h"
+#include "text_buffer.h"
 
 #include <algorithm>
-#include <cstring>
 
 struct Arena::Chunk {
 	Chunk* oBelow;
@@ -46,7 +46,7 @@ void Arena::release() {
 
 std::string_view Arena::copy(std::string_view sText) {
 	char* pCopy = static_cast<char*>(allocate(sText.size() + 1));
-	memcpy(pCopy, sText.data(), sText.size());
+	copyText(pCopy, sText.data(), sText.size());
 	pCopy[sText.size()] = '\0';
 	return {pCopy, sText.size()};
 }
@@ -57,7 +57,7 @@ zend_string* Arena::makeKey(std::string_view sText) {
 	// Marked as interned so that a hash table that holds it as a key neither counts nor frees it.
 	GC_TYPE_INFO(sKey) = GC_STRING | (IS_STR_INTERNED << GC_FLAGS_SHIFT);
 	ZSTR_LEN(sKey) = sText.size();
-	memcpy(ZSTR_VAL(sKey), sText.data(), sText.size());
+	copyText(ZSTR_VAL(sKey), sText.data(), sText.size());
 	ZSTR_VAL(sKey)[sText.size()] = '\0';
 	ZSTR_H(sKey) = zend_inline_hash_func(ZSTR_VAL(sKey), ZSTR_LEN(sKey));
 	return sKey;

@@ -59,79 +59,115 @@ inline bool same(const zend_string* sOne, const zend_string* sOther) {
 	return ((aOne[0] ^ aOther[0]) | (aOne[1] ^ aOther[1])) == 0;
 }
 
-#ifdef __SSE2__
+/// So many bytes are looked at in one step.
+constexpr size_t BLOCK_SIZE = 16;
 
-/// Whether `match` marks any byte of a PHP string.
-template <typename Matcher>
-inline bool contains(const zend_string* sText, Matcher match) {
-	static_assert(_ZSTR_HEADER_SIZE >= sizeof(__m128i), "the last step reads back into the header");
+#ifdef __SSE2__
+inline __m128i equals(__m128i v, char ch) {
+	return _mm_cmpeq_epi8(v, _mm_set1_epi8(ch));
+}
+#endif
+
+// Sets of bytes. Each tells of one byte whether it belongs to the set and, with the highest bits of the result, of 16.
+
+struct Nul {
+	static bool has(char ch) { return ch == '\0'; }
+#ifdef __SSE2__
+	static __m128i has(__m128i v) { return equals(v, '\0'); }
+#endif
+};
+
+struct Brace {
+	static bool has(char ch) { return ch == '{' || ch == '}'; }
+#ifdef __SSE2__
+	static __m128i has(__m128i v) { return _mm_or_si128(equals(v, '{'), equals(v, '}')); }
+#endif
+};
+
+/// What an HTML escaping changes in any character set, and the zero byte.
+struct HtmlSpecial {
+	static bool has(char ch) { return ch == '&' || ch == '<' || ch == '>' || ch == '"' || ch == '\0'; }
+#ifdef __SSE2__
+	static __m128i has(__m128i v) {
+		// Two by two they differ in one bit.
+		static_assert(('"' | 4) == '&' && ('<' | 2) == '>');
+		return _mm_or_si128(_mm_or_si128(equals(_mm_or_si128(v, _mm_set1_epi8(4)), '&'),
+										 equals(_mm_or_si128(v, _mm_set1_epi8(2)), '>')),
+							equals(v, '\0'));
+	}
+#endif
+};
+
+struct NonAscii {
+	static bool has(char ch) { return (ch & 0x80) != 0; }
+#ifdef __SSE2__
+	static __m128i has(__m128i v) { return v; }
+#endif
+};
+
+#ifdef __SSE2__
+/// Of 16 bytes, a bit for each one that belongs to the set.
+template <typename Set>
+inline unsigned mark(const char* pBlock) {
+	return _mm_movemask_epi8(Set::has(_mm_loadu_si128(reinterpret_cast<const __m128i*>(pBlock))));
+}
+#endif
+
+/// The first byte of the set from `p` on, or `pEnd`.
+template <typename Set>
+inline const char* find(const char* p, const char* pEnd) {
+#ifdef __SSE2__
+	for (; pEnd - p >= static_cast<ptrdiff_t>(BLOCK_SIZE); p += BLOCK_SIZE) {
+		if (unsigned nMarks = mark<Set>(p)) {
+			return p + __builtin_ctz(nMarks);
+		}
+	}
+#endif
+	while (p < pEnd && !Set::has(*p)) {
+		++p;
+	}
+	return p;
+}
+
+/// Copies text while no byte of the set comes; returns how many bytes. May write up to BLOCK_SIZE bytes behind them.
+/// Copying and looking at once halves the time of a page that is nearly all text.
+template <typename Set>
+inline size_t copyTill(char* pTo, const char* p, const char* pEnd) {
+	const char* pBegin = p;
+#ifdef __SSE2__
+	for (; pEnd - p >= static_cast<ptrdiff_t>(BLOCK_SIZE); p += BLOCK_SIZE, pTo += BLOCK_SIZE) {
+		__m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+		_mm_storeu_si128(reinterpret_cast<__m128i*>(pTo), v);
+		if (unsigned nMarks = _mm_movemask_epi8(Set::has(v))) {
+			return p + __builtin_ctz(nMarks) - pBegin;
+		}
+	}
+#endif
+	while (p < pEnd && !Set::has(*p)) {
+		*pTo++ = *p++;
+	}
+	return p - pBegin;
+}
+
+/// Whether a PHP string contains a byte of the set.
+template <typename Set>
+inline bool contains(const zend_string* sText) {
 	const char* p = ZSTR_VAL(sText);
 	const char* pEnd = p + ZSTR_LEN(sText);
-	auto marked = [match](const char* pBlock) {
-		return static_cast<unsigned>(_mm_movemask_epi8(match(_mm_loadu_si128(reinterpret_cast<const __m128i*>(pBlock)))));
-	};
-	for (; pEnd - p >= 16; p += 16) {
-		if (marked(p)) {
+#ifdef __SSE2__
+	static_assert(_ZSTR_HEADER_SIZE >= BLOCK_SIZE, "the last step reads back into the header");
+	for (; pEnd - p >= static_cast<ptrdiff_t>(BLOCK_SIZE); p += BLOCK_SIZE) {
+		if (mark<Set>(p)) {
 			return true;
 		}
 	}
 	// The rest is read together with bytes before it, which lie in the string's own memory, and those are dropped.
 	size_t nRest = pEnd - p;
-	return nRest && marked(pEnd - 16) >> (16 - nRest);
-}
-
-inline __m128i equals(__m128i v, char ch) {
-	return _mm_cmpeq_epi8(v, _mm_set1_epi8(ch));
-}
-
-inline bool containsNul(const zend_string* sText) {
-	return contains(sText, [](__m128i v) { return equals(v, '\0'); });
-}
-
-/// Marks the bytes that an HTML escaping changes in any character set, and zero bytes.
-inline __m128i marksHtmlSpecial(__m128i v) {
-	// Two by two they differ in one bit.
-	static_assert(('"' | 4) == '&' && ('<' | 2) == '>');
-	return _mm_or_si128(_mm_or_si128(equals(_mm_or_si128(v, _mm_set1_epi8(4)), '&'),
-									 equals(_mm_or_si128(v, _mm_set1_epi8(2)), '>')),
-						equals(v, '\0'));
-}
-
-/// Whether there is a zero byte or one of those that an HTML escaping changes in any character set.
-inline bool containsHtmlSpecial(const zend_string* sText) {
-	return contains(sText, marksHtmlSpecial);
-}
-
-inline bool containsNonAscii(const zend_string* sText) {
-	// The highest bit is what the mask is made of.
-	return contains(sText, [](__m128i v) { return v; });
-}
-
+	return nRest && mark<Set>(pEnd - BLOCK_SIZE) >> (BLOCK_SIZE - nRest);
 #else
-
-template <typename Matcher>
-inline bool contains(const zend_string* sText, Matcher match) {
-	for (size_t i = 0; i < ZSTR_LEN(sText); ++i) {
-		if (match(ZSTR_VAL(sText)[i])) {
-			return true;
-		}
-	}
-	return false;
-}
-
-inline bool containsNul(const zend_string* sText) {
-	return memchr(ZSTR_VAL(sText), 0, ZSTR_LEN(sText)) != nullptr;
-}
-
-inline bool containsHtmlSpecial(const zend_string* sText) {
-	return contains(sText, [](char ch) { return ch == '&' || ch == '<' || ch == '>' || ch == '"' || ch == '\0'; });
-}
-
-inline bool containsNonAscii(const zend_string* sText) {
-	return contains(sText, [](char ch) { return (ch & 0x80) != 0; });
-}
-
+	return find<Set>(p, pEnd) != pEnd;
 #endif
+}
 
 /// Whether the text is UTF-8 as Unicode defines it: no overlong forms, no surrogates, nothing above U+10FFFF.
 bool isUtf8(std::string_view sText);
@@ -139,7 +175,7 @@ bool isUtf8(std::string_view sText);
 /// The part of a string that is printed: what stands before its first zero byte.
 inline std::string_view upToNul(const zend_string* sText) {
 	size_t nLength = ZSTR_LEN(sText);
-	return {ZSTR_VAL(sText), containsNul(sText) ? strlen(ZSTR_VAL(sText)) : nLength};
+	return {ZSTR_VAL(sText), contains<Nul>(sText) ? strlen(ZSTR_VAL(sText)) : nLength};
 }
 
 } // namespace byte_scan

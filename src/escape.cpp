@@ -90,53 +90,67 @@ void appendRawurlencode(TextBuffer& sOutput, const zend_string* sText, EscapeTim
 	appendMade(sOutput, php_raw_url_encode(sPart.data(), sPart.size()));
 }
 
-/// htmlspecialchars for ISO-8859-1, where every byte is a character, and for valid UTF-8: only these four are special.
-void appendHtmlSpecialchars(TextBuffer& sOutput, std::string_view sText) {
-	size_t iCopied = 0;
-	for (size_t i = 0; i < sText.size(); ++i) {
-		std::string_view sEntity;
-		switch (sText[i]) {
-			case '&':
-				sEntity = "&amp;";
-				break;
-			case '<':
-				sEntity = "&lt;";
-				break;
-			case '>':
-				sEntity = "&gt;";
-				break;
-			case '"':
-				sEntity = "&quot;";
-				break;
-			default:
-				continue;
-		}
-		sOutput.append(sText.substr(iCopied, i - iCopied));
-		sOutput.append(sEntity);
-		iCopied = i + 1;
+// So much of a text is escaped in one step, for which there has to be room for the longest entities.
+constexpr size_t PIECE_SIZE = 1024;
+constexpr size_t LONGEST_ENTITY = 6;
+
+/// The entity for a special character of HTML; empty for a zero byte, with which the text ends.
+std::string_view entityFor(char ch) {
+	switch (ch) {
+		case '&':
+			return "&amp;";
+		case '<':
+			return "&lt;";
+		case '>':
+			return "&gt;";
+		case '"':
+			return "&quot;";
+		default:
+			return {};
 	}
-	sOutput.append(sText.substr(iCopied));
+}
+
+/// htmlspecialchars for ISO-8859-1, where every byte is a character, and for valid UTF-8: only these four are special.
+/// The text ends at its first zero byte.
+void appendHtmlSpecialchars(TextBuffer& sOutput, const zend_string* sText) {
+	const char* p = ZSTR_VAL(sText);
+	const char* pTextEnd = p + ZSTR_LEN(sText);
+	while (p < pTextEnd) {
+		const char* pEnd = p + std::min(PIECE_SIZE, static_cast<size_t>(pTextEnd - p));
+		char* pTo = sOutput.reserve((pEnd - p) * LONGEST_ENTITY + byte_scan::BLOCK_SIZE);
+		for (;;) {
+			size_t nClean = byte_scan::copyTill<byte_scan::HtmlSpecial>(pTo, p, pEnd);
+			p += nClean;
+			pTo += nClean;
+			if (p == pEnd) {
+				break;
+			}
+			std::string_view sEntity = entityFor(*p++);
+			if (sEntity.empty()) {
+				p = pEnd = pTextEnd;
+				break;
+			}
+			pTo = std::copy(sEntity.begin(), sEntity.end(), pTo);
+		}
+		sOutput.setEnd(pTo);
+	}
 }
 
 /// Whether nothing but the special characters of HTML is escaped, whatever the bytes beyond ASCII mean.
 bool isHtmlTransparent(const zend_string* sText, bool bAll, EscapeTime eTime) {
 	if (eTime == EscapeTime::RENDER) {
-		return !bAll || !byte_scan::containsNonAscii(sText);
+		return !bAll || !byte_scan::contains<byte_scan::NonAscii>(sText);
 	}
 	if (!isDefaultCharsetUtf8()) {
 		return false;
 	}
-	return !byte_scan::containsNonAscii(sText) ||
+	return !byte_scan::contains<byte_scan::NonAscii>(sText) ||
 		   (!bAll && byte_scan::isUtf8({ZSTR_VAL(sText), ZSTR_LEN(sText)}));
 }
 
 void appendHtml(TextBuffer& sOutput, const zend_string* sText, bool bAll, EscapeTime eTime) {
 	if (isHtmlTransparent(sText, bAll, eTime)) {
-		if (byte_scan::containsHtmlSpecial(sText)) {
-			appendHtmlSpecialchars(sOutput, byte_scan::upToNul(sText));
-		} else {
-			appendWhole(sOutput, sText);
-		}
+		appendHtmlSpecialchars(sOutput, sText);
 		return;
 	}
 	std::string_view sPart = escapedPart(sText, eTime);

@@ -1,14 +1,11 @@
 #include "input.h"
 
+#include "byte_scan.h"
 #include "error.h"
 #include "text_buffer.h"
 #include "time_limit.h"
 
 #include <algorithm>
-
-#ifdef __SSE2__
-#include <emmintrin.h>
-#endif
 
 extern "C" {
 #include "php_streams.h"
@@ -19,57 +16,8 @@ namespace {
 // Four bytes less than the buffer holds.
 constexpr size_t CHUNK_SIZE = Input::BUFFER_SIZE - 4;
 
-// So many bytes are looked at in one step.
-constexpr size_t BLOCK_SIZE = 16;
-
-/// The first "{" or "}" from `p` on, or `pEnd`.
-inline const char* findBrace(const char* p, const char* pEnd) {
-#ifdef __SSE2__
-	// Literal text is most of a page: 16 bytes a step are about a tenth of the time of one byte a step.
-	const __m128i vOpen = _mm_set1_epi8('{');
-	const __m128i vClose = _mm_set1_epi8('}');
-	for (; pEnd - p >= 16; p += 16) {
-		__m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-		__m128i vFound = _mm_or_si128(_mm_cmpeq_epi8(v, vOpen), _mm_cmpeq_epi8(v, vClose));
-		if (int nMask = _mm_movemask_epi8(vFound)) {
-			return p + __builtin_ctz(nMask);
-		}
-	}
-#endif
-	while (p < pEnd && *p != '{' && *p != '}') {
-		++p;
-	}
-	return p;
-}
-
 [[noreturn]] void throwReadError() {
 	throw TemplateError(zend_string_init(ZEND_STRL("basic_string::append"), false));
-}
-
-bool isBrace(char ch) {
-	return ch == '{' || ch == '}';
-}
-
-/// Copies text while no brace comes; returns how many bytes. May write up to BLOCK_SIZE bytes behind them.
-/// Copying and looking at once halves the time of a page that is nearly all text.
-inline size_t copyTillBrace(char* pTo, const char* p, const char* pEnd) {
-	const char* pBegin = p;
-#ifdef __SSE2__
-	const __m128i vOpen = _mm_set1_epi8('{');
-	const __m128i vClose = _mm_set1_epi8('}');
-	for (; pEnd - p >= static_cast<ptrdiff_t>(BLOCK_SIZE); p += BLOCK_SIZE, pTo += BLOCK_SIZE) {
-		__m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-		_mm_storeu_si128(reinterpret_cast<__m128i*>(pTo), v);
-		__m128i vFound = _mm_or_si128(_mm_cmpeq_epi8(v, vOpen), _mm_cmpeq_epi8(v, vClose));
-		if (int nMask = _mm_movemask_epi8(vFound)) {
-			return p + __builtin_ctz(nMask) - pBegin;
-		}
-	}
-#endif
-	while (p < pEnd && !isBrace(*p)) {
-		*pTo++ = *p++;
-	}
-	return p - pBegin;
 }
 
 bool isLiteralAfterBrace(char ch) {
@@ -173,9 +121,9 @@ void Input::expectRest(TextBuffer& out_buffer) {
 /// Appends literal text up to a brace that begins a tag or whose meaning the next chunk tells. Returns where it stands,
 /// or `pEnd`.
 const char* Input::appendLiteral(TextBuffer& out_buffer, const char* p, const char* pEnd) {
-	char* pTo = out_buffer.reserve(pEnd - p + BLOCK_SIZE);
+	char* pTo = out_buffer.reserve(pEnd - p + byte_scan::BLOCK_SIZE);
 	while (p < pEnd) {
-		size_t nCopied = copyTillBrace(pTo, p, pEnd);
+		size_t nCopied = byte_scan::copyTill<byte_scan::Brace>(pTo, p, pEnd);
 		p += nCopied;
 		pTo += nCopied;
 		if (pEnd - p < 2) {
@@ -212,7 +160,7 @@ bool Input::fillBufferTillMark(TextBuffer& out_buffer, char mark) {
 					continue;
 				}
 			} else {
-				pBrace = findBrace(p, pEnd);
+				pBrace = byte_scan::find<byte_scan::Brace>(p, pEnd);
 				out_buffer.append(p, pBrace - p);
 				buffer_start = pBrace - buffer;
 			}
@@ -226,6 +174,9 @@ bool Input::fillBufferTillMark(TextBuffer& out_buffer, char mark) {
 				continue;
 			}
 			++buffer_start;
+			if (mark == '{' && pEnd - pBrace >= 2) {
+				return true; // all other braces with a character behind them are text
+			}
 			if (*pBrace == '{') {
 				automaton_state = AFTER_OPEN;
 			} else if (mark == '}') {
@@ -270,7 +221,7 @@ std::string_view Input::readTag(TextBuffer& scratch) {
 	const char* p = buffer + buffer_start;
 	const char* pEnd = buffer + buffer_end;
 	if (p < pEnd) {
-		const char* pBrace = findBrace(p, pEnd);
+		const char* pBrace = byte_scan::find<byte_scan::Brace>(p, pEnd);
 		if (pBrace < pEnd && *pBrace == '}') {
 			buffer_start = pBrace + 1 - buffer;
 			return {p, static_cast<size_t>(pBrace - p)};

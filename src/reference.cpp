@@ -2,31 +2,6 @@
 
 #include "arena.h"
 
-#include <array>
-
-namespace {
-
-constexpr std::array<bool, 256> makePlainCharacters() {
-	std::array<bool, 256> aPlain{};
-	for (int ch = '!'; ch <= '~'; ++ch) {
-		aPlain[ch] = ch != ':' && ch != '*' && ch != '\'';
-	}
-	return aPlain;
-}
-
-constexpr std::array<bool, 256> PLAIN_CHARACTERS = makePlainCharacters();
-
-} // namespace
-
-bool isPlainName(std::string_view sArgument) {
-	for (unsigned char ch : sArgument) {
-		if (!PLAIN_CHARACTERS[ch]) {
-			return false;
-		}
-	}
-	return !sArgument.empty();
-}
-
 bool isIntegerKey(std::string_view sText, zend_ulong& nIndex) {
 	// Most texts are told by their first character.
 	if (sText.empty() || sText.front() > '9') {
@@ -79,7 +54,7 @@ ptrdiff_t findSeparator(std::string_view sArgument, ptrdiff_t iPos) {
 }
 
 bool isMarker(std::string_view sIndex) {
-	return sIndex == "*" || sIndex == "[*]";
+	return (sIndex.size() == 1 && sIndex[0] == '*') || sIndex == "[*]";
 }
 
 } // namespace

@@ -2,6 +2,8 @@
 
 #include "my_list.h"
 
+#include <array>
+#include <cstdint>
 #include <string_view>
 
 extern "C" {
@@ -50,9 +52,30 @@ enum class ReferenceError {
 /// Parses `sArgument` into `oReference`, which has to be fresh. After an error the reference is of no use.
 ReferenceError parseReference(std::string_view sArgument, Arena& oArena, Reference& oReference);
 
-/// Whether `sArgument` is a name of printable ASCII characters that no rule for references or tags knows: a path of one
-/// component. Nearly all tags hold just that and need no parsing.
-bool isPlainName(std::string_view sArgument);
+/// The least form of an argument with a character.
+inline constexpr std::array<uint8_t, 256> FORMS_OF_CHARACTERS = [] {
+	std::array<uint8_t, 256> aForms{};
+	for (int ch = 0; ch < 256; ++ch) {
+		aForms[ch] = ch == ':' || ch == '*' ? 1 : ch > ' ' && ch < 0x7f && ch != '\'' ? 0 : 2;
+	}
+	return aForms;
+}();
+
+/// What a tag's argument is at first sight.
+enum class ArgumentForm {
+	NAME,      ///< printable ASCII characters that no rule for references or tags knows: a path of one component
+	REFERENCE, ///< the same with colons and stars: one reference and nothing else
+	OTHER,     ///< anything, an empty text included
+};
+
+/// Tells the form of an argument. Nearly all are names or references, which need no further look at each character.
+inline ArgumentForm formOf(std::string_view sArgument) {
+	unsigned nForms = sArgument.empty() ? 2 : 0;
+	for (unsigned char ch : sArgument) {
+		nForms |= FORMS_OF_CHARACTERS[ch];
+	}
+	return nForms < 2 ? static_cast<ArgumentForm>(nForms) : ArgumentForm::OTHER;
+}
 
 /// Whether `sText` is an integer as PHP prints one; if so, `nIndex` receives it. Only such texts are integer keys.
 bool isIntegerKey(std::string_view sText, zend_ulong& nIndex);

@@ -177,7 +177,7 @@ inline const zval* Template::findDynamicValue(const DynamicReference& oReference
 		phpVariable = findDynamicValue(oReference);
 		sFound = phpVariable && Z_TYPE_P(phpVariable) == IS_STRING ? Z_STR_P(phpVariable) : nullptr;
 	}
-	if (sFound && oBlock.getType() == Block::HTMLSPECIALCHARS && !byte_scan::containsHtmlSpecial(sFound)) {
+	if (sFound && oBlock.getType() == Block::HTMLSPECIALCHARS && !byte_scan::contains<byte_scan::HtmlSpecial>(sFound)) {
 		sOutput.appendPadded(sBefore, {ZSTR_VAL(sFound), ZSTR_LEN(sFound)});
 		return;
 	}

@@ -12,6 +12,9 @@ namespace {
 
 /// Takes the first reference off a list of references; empty when there is none left.
 std::string_view takeReference(std::string_view& sReferences) {
+	if (sReferences.empty()) {
+		return {};
+	}
 	size_t iBegin = 0;
 	while (iBegin < sReferences.size() && isSpace(sReferences[iBegin])) {
 		++iBegin;
@@ -62,7 +65,7 @@ Reference Template::parseArgument(std::string_view sArgument) {
 Reference Template::analyzeVariable(std::string_view sArgument, const zval*& phpVariable) {
 	Reference oReference;
 	const zval* phpFound;
-	if (isPlainName(sArgument)) {
+	if (formOf(sArgument) == ArgumentForm::NAME) {
 		phpFound = call.php.find(sArgument);
 	} else {
 		Arena::Mark oMark = call.oArena.mark();
@@ -152,16 +155,21 @@ void Template::splitVariableTag(std::string_view sArgument, VariableTag& oTag) c
 }
 
 void Template::analyzeVariableBlock(BlockList& subBlockList, std::string_view sArgument) {
-	if (isPlainName(sArgument)) {
-		if (const zval* phpVariable = call.php.find(sArgument)) {
-			appendValue(call.sTexts, phpVariable);
-		} else {
-			echoTag(call.sTexts, sArgument);
-		}
-		return;
-	}
 	VariableTag oTag;
-	splitVariableTag(sArgument, oTag);
+	switch (formOf(sArgument)) {
+		case ArgumentForm::NAME:
+			if (const zval* phpVariable = call.php.find(sArgument)) {
+				appendValue(call.sTexts, phpVariable);
+			} else {
+				echoTag(call.sTexts, sArgument);
+			}
+			return;
+		case ArgumentForm::REFERENCE:
+			oTag.sFirst = sArgument;
+			break;
+		case ArgumentForm::OTHER:
+			splitVariableTag(sArgument, oTag);
+	}
 	std::string_view sRest = oTag.sRest;
 	for (std::string_view sReference = oTag.sFirst; !sReference.empty(); sReference = takeReference(sRest)) {
 		checkTimeLimit();
