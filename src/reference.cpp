@@ -61,6 +61,12 @@ bool isMarker(std::string_view sIndex) {
 
 // Read from right to left, since what a component means depends on whether a marker stands to the right of it.
 ReferenceError parseReference(std::string_view sArgument, Arena& oArena, Reference& oReference) {
+	if (sArgument.starts_with("*::") && formOf(sArgument.substr(3)) == ArgumentForm::NAME) {
+		// A column of the innermost loop: most references into an element are of this kind.
+		prependIndex(oReference, sArgument.substr(3), oArena);
+		oReference.eType = ASTERISK;
+		return ReferenceError::NO_ERROR;
+	}
 	bool bAsterisk = false;
 	bool bKey = false;
 	bool bNamespace = false;

@@ -10,7 +10,7 @@
 
 void Template::analyzeIncludeBlock(BlockList& subBlockList, std::string_view sArgument) {
 	const zval* phpVariable = nullptr;
-	Reference oReference = analyzeVariable(sArgument, phpVariable);
+	Reference oReference = analyzeVariable(sArgument, formOf(sArgument), phpVariable);
 	if (oReference.eType == ASTERISK || oReference.eType == KEY) {
 		fail({"Include block bad parameter '", sArgument, "': asterisk in filename is forbidden"});
 	}
@@ -60,7 +60,7 @@ void Template::analyzeOptionalBlock(BlockList& subBlockList, std::string_view sA
 	std::string_view sArgument2 = iBlank == std::string_view::npos ? "" : sArgument.substr(iBlank + 1);
 
 	const zval* phpVariable = nullptr;
-	Reference oReference = analyzeVariable(sArgument1, phpVariable);
+	Reference oReference = analyzeVariable(sArgument1, formOf(sArgument1), phpVariable);
 	Arena::Mark oMark = call.oArena.mark();
 	ComparedValue oValue(call.oArena.copy(sArgument2));
 
@@ -122,7 +122,7 @@ void Template::analyzeDynamicBlock(BlockList& subBlockList, std::string_view sAr
 /// Makes the block of a dynamic tag; null when it is known to have no data.
 DynamicBlock* Template::makeDynamicBlock(std::string_view sArgument, bool bReverse) {
 	const zval* phpVariable = nullptr;
-	Reference oReference = analyzeVariable(sArgument, phpVariable);
+	Reference oReference = analyzeVariable(sArgument, formOf(sArgument), phpVariable);
 	switch (oReference.eType) {
 		case ASTERISK:
 			return call.oArena.make<DynamicBlock>(resolveNamespace(oReference), bReverse);

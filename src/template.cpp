@@ -16,6 +16,16 @@ constexpr size_t LONGEST_RESERVED_TEXT = 64 * 1024;
 // a million tags gets some such texts.
 constexpr size_t BLOCKS_BETWEEN_LOOKS = 1024;
 
+std::string_view trim(std::string_view sSource) {
+	while (!sSource.empty() && isSpace(sSource.front())) {
+		sSource.remove_prefix(1);
+	}
+	while (!sSource.empty() && isSpace(sSource.back())) {
+		sSource.remove_suffix(1);
+	}
+	return sSource;
+}
+
 } // namespace
 
 Template::~Template() {
@@ -169,18 +179,6 @@ Block::BLOCK_TYPE Template::matchInput(std::string_view sBuffer, std::string_vie
 	}
 	sArgument = trim(sBuffer);
 	return Block::VARIABLE;
-}
-
-std::string_view Template::trim(std::string_view sSource) {
-	size_t iBegin = 0;
-	size_t iEnd = sSource.size();
-	while (iBegin < iEnd && isSpace(sSource[iBegin])) {
-		++iBegin;
-	}
-	while (iEnd > iBegin && isSpace(sSource[iEnd - 1])) {
-		--iEnd;
-	}
-	return sSource.substr(iBegin, iEnd - iBegin);
 }
 
 /// Appends a block; the pending text stands in front of it.

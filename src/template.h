@@ -55,14 +55,13 @@ private:
 	void _analyzeTemplate(BlockList& subBlockList, Block::BLOCK_TYPE eClosingTag);
 	bool analyzeTag(BlockList& subBlockList, Block::BLOCK_TYPE eClosingTag);
 	static Block::BLOCK_TYPE matchInput(std::string_view sBuffer, std::string_view& sArgument);
-	static std::string_view trim(std::string_view sSource);
 	void storeBlock(BlockList& subBlockList, Block* oBlock);
 	void storeTextBlock(BlockList& subBlockList);
 	void analyzeHiddenBody(Block::BLOCK_TYPE eClosingTag);
 
 	// Analysis: references.
 	Reference parseArgument(std::string_view sArgument);
-	Reference analyzeVariable(std::string_view sArgument, const zval*& phpVariable);
+	Reference analyzeVariable(std::string_view sArgument, ArgumentForm eForm, const zval*& phpVariable);
 	const zval* findVariable(const Index* oIndex, const zval* phpVarRoot) const;
 	DynamicReference resolveNamespace(const Reference& oReference) const;
 

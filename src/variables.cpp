@@ -12,9 +12,6 @@ namespace {
 
 /// Takes the first reference off a list of references; empty when there is none left.
 std::string_view takeReference(std::string_view& sReferences) {
-	if (sReferences.empty()) {
-		return {};
-	}
 	size_t iBegin = 0;
 	while (iBegin < sReferences.size() && isSpace(sReferences[iBegin])) {
 		++iBegin;
@@ -60,12 +57,12 @@ Reference Template::parseArgument(std::string_view sArgument) {
 	return oReference;
 }
 
-/// Parses a reference. One that depends on no dynamic block is looked up at once: its type is then IMMEDIATE, with the
-/// value in `phpVariable`, or NONE, and its indexes are gone.
-Reference Template::analyzeVariable(std::string_view sArgument, const zval*& phpVariable) {
+/// Parses a reference of the given form. One that depends on no dynamic block is looked up at once: its type is then
+/// IMMEDIATE, with the value in `phpVariable`, or NONE, and its indexes are gone.
+Reference Template::analyzeVariable(std::string_view sArgument, ArgumentForm eForm, const zval*& phpVariable) {
 	Reference oReference;
 	const zval* phpFound;
-	if (formOf(sArgument) == ArgumentForm::NAME) {
+	if (eForm == ArgumentForm::NAME) {
 		phpFound = call.php.find(sArgument);
 	} else {
 		Arena::Mark oMark = call.oArena.mark();
@@ -155,26 +152,27 @@ void Template::splitVariableTag(std::string_view sArgument, VariableTag& oTag) c
 }
 
 void Template::analyzeVariableBlock(BlockList& subBlockList, std::string_view sArgument) {
+	ArgumentForm eForm = formOf(sArgument);
+	if (eForm == ArgumentForm::NAME) {
+		if (const zval* phpVariable = call.php.find(sArgument)) {
+			appendValue(call.sTexts, phpVariable);
+		} else {
+			echoTag(call.sTexts, sArgument);
+		}
+		return;
+	}
 	VariableTag oTag;
-	switch (formOf(sArgument)) {
-		case ArgumentForm::NAME:
-			if (const zval* phpVariable = call.php.find(sArgument)) {
-				appendValue(call.sTexts, phpVariable);
-			} else {
-				echoTag(call.sTexts, sArgument);
-			}
-			return;
-		case ArgumentForm::REFERENCE:
-			oTag.sFirst = sArgument;
-			break;
-		case ArgumentForm::OTHER:
-			splitVariableTag(sArgument, oTag);
+	oTag.sFirst = sArgument;
+	if (eForm == ArgumentForm::OTHER) {
+		splitVariableTag(sArgument, oTag);
+		eForm = formOf(oTag.sFirst);
 	}
 	std::string_view sRest = oTag.sRest;
-	for (std::string_view sReference = oTag.sFirst; !sReference.empty(); sReference = takeReference(sRest)) {
+	for (std::string_view sReference = oTag.sFirst; !sReference.empty();
+		 sReference = takeReference(sRest), eForm = formOf(sReference)) {
 		checkTimeLimit();
 		const zval* phpVariable = nullptr;
-		Reference oReference = analyzeVariable(sReference, phpVariable);
+		Reference oReference = analyzeVariable(sReference, eForm, phpVariable);
 		if (oReference.eType == IMMEDIATE) {
 			appendValue(call.sTexts, phpVariable);
 			return;
@@ -186,7 +184,7 @@ void Template::analyzeVariableBlock(BlockList& subBlockList, std::string_view sA
 		DynamicReference oDynamic = resolveNamespace(oReference);
 		MyList<Alternative> listVariables;
 		bool bMayFail = true;
-		while (bMayFail && !(sReference = takeReference(sRest)).empty()) {
+		while (bMayFail && !sRest.empty() && !(sReference = takeReference(sRest)).empty()) {
 			checkTimeLimit();
 			if (Alternative* oNext = keepAlternative(sReference)) {
 				listVariables.append(oNext);
@@ -227,7 +225,7 @@ Alternative* Template::keepAlternative(std::string_view sReference) {
 
 void Template::analyzeEscapingBlock(BlockList& subBlockList, std::string_view sArgument, Block::BLOCK_TYPE eType) {
 	const zval* phpVariable = nullptr;
-	Reference oReference = analyzeVariable(sArgument, phpVariable);
+	Reference oReference = analyzeVariable(sArgument, formOf(sArgument), phpVariable);
 	if (oReference.eType == ASTERISK || oReference.eType == KEY) {
 		storeBlock(subBlockList, call.oArena.make<VariableBlock>(eType, resolveNamespace(oReference)));
 	} else if (oReference.eType == IMMEDIATE && Z_TYPE_P(phpVariable) == IS_STRING) {
