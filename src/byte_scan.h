@@ -113,6 +113,22 @@ inline unsigned mark(const char* pBlock) {
 }
 #endif
 
+/// Of 64 bytes, a bit for each one that belongs to the set.
+template <typename Set>
+inline uint64_t mark64(const char* pBlock) {
+#ifdef __SSE2__
+	auto nLow = mark<Set>(pBlock) | mark<Set>(pBlock + 16) << 16;
+	auto nHigh = mark<Set>(pBlock + 32) | mark<Set>(pBlock + 48) << 16;
+	return nLow | uint64_t{nHigh} << 32;
+#else
+	uint64_t nMarks = 0;
+	for (int i = 0; i < 64; ++i) {
+		nMarks |= uint64_t{Set::has(pBlock[i])} << i;
+	}
+	return nMarks;
+#endif
+}
+
 /// The first byte of the set from `p` on, or `pEnd`.
 template <typename Set>
 inline const char* find(const char* p, const char* pEnd) {

