@@ -94,17 +94,18 @@ void appendRawurlencode(TextBuffer& sOutput, const zend_string* sText, EscapeTim
 constexpr size_t PIECE_SIZE = 1024;
 constexpr size_t LONGEST_ENTITY = 6;
 
-/// The entity for a special character of HTML; empty for a zero byte, with which the text ends.
+/// The entity for a special character of HTML, with LONGEST_ENTITY bytes to copy; empty for a zero byte, with which the
+/// text ends.
 std::string_view entityFor(char ch) {
 	switch (ch) {
 		case '&':
-			return "&amp;";
+			return {"&amp;\0", 5};
 		case '<':
-			return "&lt;";
+			return {"&lt;\0\0", 4};
 		case '>':
-			return "&gt;";
+			return {"&gt;\0\0", 4};
 		case '"':
-			return "&quot;";
+			return {"&quot;", 6};
 		default:
 			return {};
 	}
@@ -118,19 +119,14 @@ void appendHtmlSpecialchars(TextBuffer& sOutput, const zend_string* sText) {
 	while (p < pTextEnd) {
 		const char* pEnd = p + std::min(PIECE_SIZE, static_cast<size_t>(pTextEnd - p));
 		char* pTo = sOutput.reserve((pEnd - p) * LONGEST_ENTITY + byte_scan::BLOCK_SIZE);
-		for (;;) {
-			size_t nClean = byte_scan::copyTill<byte_scan::HtmlSpecial>(pTo, p, pEnd);
-			p += nClean;
-			pTo += nClean;
-			if (p == pEnd) {
-				break;
-			}
+		while (byte_scan::copyTillInString<byte_scan::HtmlSpecial>(pTo, p, pEnd)) {
 			std::string_view sEntity = entityFor(*p++);
 			if (sEntity.empty()) {
 				p = pEnd = pTextEnd;
 				break;
 			}
-			pTo = std::copy(sEntity.begin(), sEntity.end(), pTo);
+			memcpy(pTo, sEntity.data(), LONGEST_ENTITY);
+			pTo += sEntity.size();
 		}
 		sOutput.setEnd(pTo);
 	}

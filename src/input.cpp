@@ -149,10 +149,7 @@ const char* Input::appendLiteral(TextBuffer& out_buffer, const char* p, const ch
 		p += nStep;
 	}
 
-	while (p < pEnd) {
-		size_t nCopied = byte_scan::copyTill<byte_scan::Brace>(pTo, p, pEnd);
-		p += nCopied;
-		pTo += nCopied;
+	while (byte_scan::copyTill<byte_scan::Brace>(pTo, p, pEnd)) {
 		if (pEnd - p < 2) {
 			break;
 		}
