@@ -183,6 +183,10 @@ bool Input::fillBufferTillMark(TextBuffer& out_buffer, char mark) {
 				if (pBrace == pStop && pStop < pEnd) {
 					continue;
 				}
+				if (pStop - pBrace >= 2) {
+					++buffer_start;
+					return true; // with a character behind it, it begins a tag
+				}
 			} else {
 				pBrace = byte_scan::find<byte_scan::Brace>(p, pEnd);
 				out_buffer.append(p, pBrace - p);
@@ -198,9 +202,6 @@ bool Input::fillBufferTillMark(TextBuffer& out_buffer, char mark) {
 				continue;
 			}
 			++buffer_start;
-			if (mark == '{' && pEnd - pBrace >= 2) {
-				return true; // all other braces with a character behind them are text
-			}
 			if (*pBrace == '{') {
 				automaton_state = AFTER_OPEN;
 			} else if (mark == '}') {
