@@ -26,19 +26,21 @@ function checkPages(array $engines, array $pages): array
 
 /**
  * Median nanoseconds of a call, by page and engine. The engines take turns, so that drift of the
- * machine hits all alike; three sets of processes, because memory falls differently in each.
+ * machine hits all alike; three sets of processes for each page, because memory falls differently
+ * in each. The data of another page in the same process would decide whether PHP maps and unmaps
+ * memory for each large text, which a server's process, after a few requests, does not.
  */
 function measureTimes(array $engines, array $pages, int $rounds): array
 {
     $samples = [];
     for ($set = 1; $set <= 3; $set++) {
-        $workers = array_combine($engines, array_map(fn ($engine) => new Worker($engine), $engines));
         foreach ($pages as $page) {
             note("times: $page, $set of 3");
-            $asked = $page === 'string' ? array_diff_key($workers, ['yardstick' => 0]) : $workers; // no file, nothing to read
-            $calls = array_map(fn ($worker) => callsPerSample($worker, $page), $asked);
+            $asked = $page === 'string' ? array_diff($engines, ['yardstick']) : $engines; // no file, nothing to read
+            $workers = array_combine($asked, array_map(fn ($engine) => new Worker($engine), $asked));
+            $calls = array_map(fn ($worker) => callsPerSample($worker, $page), $workers);
             for ($round = 0; $round < $rounds / 3; $round++) {
-                foreach ($asked as $engine => $worker) {
+                foreach ($workers as $engine => $worker) {
                     $samples[$page][$engine][] = $worker->time($page, $calls[$engine]) / $calls[$engine];
                 }
             }
@@ -47,9 +49,10 @@ function measureTimes(array $engines, array $pages, int $rounds): array
     return array_map(fn ($engines) => array_map('median', $engines), $samples);
 }
 
-/** How many calls take two milliseconds or more; warms the engine up on the way. */
+/** How many calls take two milliseconds or more, once the engine is warm. */
 function callsPerSample(Worker $worker, string $page): int
 {
+    $worker->time($page, 20);
     for ($calls = 1; ($time = $worker->time($page, $calls)) < 2e6;) {
         $calls = (int) ceil($calls * min(8, 2.4e6 / $time));
     }
