@@ -3,6 +3,10 @@
 #include <cstddef>
 #include <cstring>
 
+extern "C" {
+#include "php.h"
+}
+
 /// Copies the first and the last `nMove` bytes of a text, at once.
 template <size_t nMove>
 inline void copyTwice(char* pTo, const char* pFrom, size_t nLength) {
@@ -30,4 +34,17 @@ inline void copyText(char* pTo, const char* pFrom, size_t nLength) {
 	} else if (nLength) {
 		*pTo = *pFrom;
 	}
+}
+
+/// So many bytes behind a text have to be readable where one is said to be padded, and writable behind its copy.
+constexpr size_t PADDING = 32;
+
+/// Copies a padded text; returns what follows the copy.
+inline char* copyPadded(char* pTo, const char* pFrom, size_t nLength) {
+	if (EXPECTED(nLength <= PADDING)) {
+		memcpy(pTo, pFrom, PADDING);
+	} else {
+		memcpy(pTo, pFrom, nLength);
+	}
+	return pTo + nLength;
 }

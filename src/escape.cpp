@@ -90,8 +90,6 @@ void appendRawurlencode(TextBuffer& sOutput, const zend_string* sText, EscapeTim
 	appendMade(sOutput, php_raw_url_encode(sPart.data(), sPart.size()));
 }
 
-// So much of a text is escaped in one step, for which there has to be room for the longest entities.
-constexpr size_t PIECE_SIZE = 1024;
 constexpr size_t LONGEST_ENTITY = 6;
 
 /// The entity for a special character of HTML, with LONGEST_ENTITY bytes to copy; empty for a zero byte, with which the
@@ -111,27 +109,6 @@ std::string_view entityFor(char ch) {
 	}
 }
 
-/// htmlspecialchars for ISO-8859-1, where every byte is a character, and for valid UTF-8: only these four are special.
-/// The text ends at its first zero byte.
-void appendHtmlSpecialchars(TextBuffer& sOutput, const zend_string* sText) {
-	const char* p = ZSTR_VAL(sText);
-	const char* pTextEnd = p + ZSTR_LEN(sText);
-	while (p < pTextEnd) {
-		const char* pEnd = p + std::min(PIECE_SIZE, static_cast<size_t>(pTextEnd - p));
-		char* pTo = sOutput.reserve((pEnd - p) * LONGEST_ENTITY + byte_scan::BLOCK_SIZE);
-		while (byte_scan::copyTillInString<byte_scan::HtmlSpecial>(pTo, p, pEnd)) {
-			std::string_view sEntity = entityFor(*p++);
-			if (sEntity.empty()) {
-				p = pEnd = pTextEnd;
-				break;
-			}
-			memcpy(pTo, sEntity.data(), LONGEST_ENTITY);
-			pTo += sEntity.size();
-		}
-		sOutput.setEnd(pTo);
-	}
-}
-
 /// Whether nothing but the special characters of HTML is escaped, whatever the bytes beyond ASCII mean.
 bool isHtmlTransparent(const zend_string* sText, bool bAll, EscapeTime eTime) {
 	if (eTime == EscapeTime::RENDER) {
@@ -146,7 +123,7 @@ bool isHtmlTransparent(const zend_string* sText, bool bAll, EscapeTime eTime) {
 
 void appendHtml(TextBuffer& sOutput, const zend_string* sText, bool bAll, EscapeTime eTime) {
 	if (isHtmlTransparent(sText, bAll, eTime)) {
-		appendHtmlSpecialchars(sOutput, sText);
+		appendHtmlSpecialchars(sOutput, ZSTR_VAL(sText), ZSTR_VAL(sText) + ZSTR_LEN(sText));
 		return;
 	}
 	std::string_view sPart = escapedPart(sText, eTime);
@@ -155,6 +132,21 @@ void appendHtml(TextBuffer& sOutput, const zend_string* sText, bool bAll, Escape
 }
 
 } // namespace
+
+// In ISO-8859-1, where every byte is a character, and in valid UTF-8 only these four are special.
+void appendHtmlSpecialchars(TextBuffer& sOutput, const char* p, const char* pTextEnd) {
+	for (;;) {
+		char* pTo = sOutput.reserve(pTextEnd - p + byte_scan::BLOCK_SIZE + LONGEST_ENTITY);
+		bool bSpecial = byte_scan::copyTillInString<byte_scan::HtmlSpecial>(pTo, p, pTextEnd);
+		std::string_view sEntity = bSpecial ? entityFor(*p++) : std::string_view();
+		if (sEntity.empty()) {
+			sOutput.setEnd(pTo);
+			return;
+		}
+		memcpy(pTo, sEntity.data(), LONGEST_ENTITY);
+		sOutput.setEnd(pTo + sEntity.size());
+	}
+}
 
 void appendEscaped(TextBuffer& sOutput, Block::BLOCK_TYPE eType, const zend_string* sText, EscapeTime eTime) {
 	switch (eType) {

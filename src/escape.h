@@ -12,3 +12,6 @@ enum class EscapeTime {
 /// Appends `sText` escaped by an escaping tag of kind `eType`.
 /// May raise PHP's own warnings; throws when user code that handles them threw.
 void appendEscaped(TextBuffer& sOutput, Block::BLOCK_TYPE eType, const zend_string* sText, EscapeTime eTime);
+
+/// Appends the rest of a PHP string, up to its end or first zero byte, as `htmlspecialchars` does at render time.
+void appendHtmlSpecialchars(TextBuffer& sOutput, const char* p, const char* pTextEnd);

@@ -122,6 +122,9 @@ void Input::expectRest(TextBuffer& out_buffer) {
 /// or `pEnd`.
 const char* Input::appendLiteral(TextBuffer& out_buffer, const char* p, const char* pEnd) {
 	constexpr ptrdiff_t STEP = 64;
+	if (p == pEnd) {
+		return p; // nothing has been read yet: no room for it either
+	}
 	char* pTo = out_buffer.reserve(pEnd - p + STEP);
 
 	// Where the braces of a whole step stand is known before any of them is handled, and what follows one is moved without

@@ -53,7 +53,7 @@ zend_string* Template::getResult() {
 		// Nothing was left for rendering: the text that analysis gathered is the result.
 		return call.sTexts.take();
 	}
-	call.sTexts.reserve(TextBuffer::PADDING); // the texts in front of blocks are taken to be padded
+	call.sTexts.reserve(PADDING); // the texts in front of blocks are taken to be padded
 	call.sOutput.expect(2 * call.sTexts.size());
 	_getResult(listBlocks, nullptr, call.sOutput);
 	return call.sOutput.take();
@@ -152,7 +152,7 @@ inline const zval* Template::findDynamicValue(const DynamicReference& oReference
 		sOutput.appendPadded(sBefore);
 		sOutput.lend([&](TextBuffer& sLent) { printAlternative(oBlock, sLent); });
 	} else if (EXPECTED(Z_TYPE_P(phpVariable) == IS_STRING)) {
-		sOutput.appendPadded(sBefore, byte_scan::upToNul(Z_STR_P(phpVariable)));
+		sOutput.appendTill<byte_scan::Nul>(sBefore, Z_STR_P(phpVariable));
 	} else {
 		sOutput.appendPadded(sBefore);
 		appendValue(sOutput, phpVariable);
@@ -177,8 +177,12 @@ inline const zval* Template::findDynamicValue(const DynamicReference& oReference
 		phpVariable = findDynamicValue(oReference);
 		sFound = phpVariable && Z_TYPE_P(phpVariable) == IS_STRING ? Z_STR_P(phpVariable) : nullptr;
 	}
-	if (sFound && oBlock.getType() == Block::HTMLSPECIALCHARS && !byte_scan::contains<byte_scan::HtmlSpecial>(sFound)) {
-		sOutput.appendPadded(sBefore, {ZSTR_VAL(sFound), ZSTR_LEN(sFound)});
+	if (sFound && oBlock.getType() == Block::HTMLSPECIALCHARS) {
+		const char* pSpecial = sOutput.appendTill<byte_scan::HtmlSpecial>(sBefore, sFound);
+		const char* pEnd = ZSTR_VAL(sFound) + ZSTR_LEN(sFound);
+		if (pSpecial < pEnd) {
+			sOutput.lend([=](TextBuffer& sLent) { appendHtmlSpecialchars(sLent, pSpecial, pEnd); });
+		}
 		return;
 	}
 	sOutput.appendPadded(sBefore);

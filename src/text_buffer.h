@@ -13,9 +13,6 @@ extern "C" {
 /// A text that grows in place as the PHP string that it may become, so that it is handed over without a copy.
 class TextBuffer {
 public:
-	/// So many bytes behind a text have to be readable where one is said to be padded.
-	static constexpr size_t PADDING = 32;
-
 	TextBuffer() = default;
 	TextBuffer(const TextBuffer&) = delete;
 	TextBuffer& operator=(const TextBuffer&) = delete;

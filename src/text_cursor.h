@@ -1,5 +1,6 @@
 #pragma once
 
+#include "byte_scan.h"
 #include "text_buffer.h"
 
 /// The end of a text while many short pieces are appended. Being no part of the buffer it stays in a register, which
@@ -34,14 +35,24 @@ public:
 
 	/// Appends a text that is padded.
 	void appendPadded(std::string_view sPadded) {
-		p = copyPadded(reserve(sPadded.size() + TextBuffer::PADDING), sPadded);
+		p = copyPadded(reserve(sPadded.size() + PADDING), sPadded.data(), sPadded.size());
 	}
 
-	/// Appends a text that is padded and another one.
+	/// Appends a text that is padded and another one. One after the other costs a fifth of a table's time more.
 	void appendPadded(std::string_view sPadded, std::string_view sNext) {
-		p = copyPadded(reserve(sPadded.size() + TextBuffer::PADDING + sNext.size()), sPadded);
+		p = copyPadded(reserve(sPadded.size() + PADDING + sNext.size()), sPadded.data(), sPadded.size());
 		copyText(p, sNext.data(), sNext.size());
 		p += sNext.size();
+	}
+
+	/// Appends a text that is padded and a string up to its first byte of the set. Returns that byte, or the string's end.
+	template <typename Set>
+	const char* appendTill(std::string_view sPadded, const zend_string* sNext) {
+		static_assert(PADDING >= byte_scan::BLOCK_SIZE);
+		p = copyPadded(reserve(sPadded.size() + PADDING + ZSTR_LEN(sNext)), sPadded.data(), sPadded.size());
+		const char* pNext = ZSTR_VAL(sNext);
+		byte_scan::copyTillInString<Set>(p, pNext, ZSTR_VAL(sNext) + ZSTR_LEN(sNext));
+		return pNext;
 	}
 
 	void store() { sText.setEnd(p); }
@@ -56,16 +67,6 @@ public:
 	}
 
 private:
-	/// Copies a text that is padded; returns what follows it. There is room for the padding as well.
-	static char* copyPadded(char* pTo, std::string_view sPadded) {
-		if (EXPECTED(sPadded.size() <= TextBuffer::PADDING)) {
-			memcpy(pTo, sPadded.data(), TextBuffer::PADDING);
-		} else {
-			memcpy(pTo, sPadded.data(), sPadded.size());
-		}
-		return pTo + sPadded.size();
-	}
-
 	TextBuffer& sText;
 	char* p;
 };
