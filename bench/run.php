@@ -70,13 +70,13 @@ foreach ($options['only'] as $section) {
     note($section);
     $results[$section] = match ($section) {
         'times' => measureTimes([...ENGINES, 'yardstick'], $options['pages'], $results['rounds']),
-        'web' => measureWeb([...ENGINES, 'nothing'], $quick ? 100 : 1000),
+        'web' => measureWeb([...ENGINES, 'fixed', 'nothing'], $quick ? 100 : 1000),
         'memory' => measureMemory(ENGINES),
         'growth' => measureGrowth($quick),
         'instructions' => countInstructions(),
     };
     if ($section === 'web') {
-        $results['cold'] = measureCold([...ENGINES, 'nothing'], $quick ? 5 : 30);
+        $results['cold'] = measureCold([...ENGINES, 'fixed', 'nothing'], $quick ? 5 : 30);
     }
 }
 note('');
