@@ -33,6 +33,6 @@ if test "$PHP_TEMPLATE" != "no"; then
   fi
 
   template_flags="$PHP_TEMPLATE_STDCXX $template_lto -fvisibility=hidden -fvisibility-inlines-hidden -Wall -Wextra -Wformat -Werror=format-security"
-  template_sources="src/main.cpp src/warning.cpp src/php_interface.cpp src/call.cpp src/arena.cpp src/text_buffer.cpp src/stack_guard.cpp src/input.cpp src/template.cpp src/reference.cpp src/variables.cpp src/number_text.cpp src/value_text.cpp src/byte_scan.cpp src/escape.cpp src/structure.cpp src/compared_value.cpp src/render.cpp"
+  template_sources="src/main.cpp src/warning.cpp src/php_interface.cpp src/call.cpp src/arena.cpp src/text_buffer.cpp src/stack_guard.cpp src/input.cpp src/plain_file.cpp src/template.cpp src/reference.cpp src/variables.cpp src/number_text.cpp src/value_text.cpp src/byte_scan.cpp src/escape.cpp src/structure.cpp src/compared_value.cpp src/render.cpp"
   PHP_NEW_EXTENSION([template], [$template_sources], [$ext_shared], [], [$template_flags], [cxx])
 fi

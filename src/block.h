@@ -59,7 +59,7 @@ private:
 	BLOCK_TYPE type;
 };
 
-/// A text that stands alone: mostly that behind the last tag of a body.
+/// The text behind the last tag of a body.
 class TextBlock : public Block {
 public:
 	TextBlock() : Block(TEXT) {}

@@ -25,8 +25,6 @@ public:
 	TextBuffer sTexts;
 	/// From here on `sTexts` is pending: read, but not part of a block yet.
 	size_t nPendingText = 0;
-	/// How many blocks there are.
-	size_t nBlocks = 0;
 	/// A tag that does not lie in one piece in its input.
 	TextBuffer sTag;
 

@@ -9,7 +9,8 @@ extern "C" {
 
 class TextBuffer;
 
-/// The source of one template: a file, read through PHP's stream layer in chunks, or a text. Resolves brace escapes.
+/// The source of one template: a text, or a file, read in chunks, by way of PHP's stream layer unless it is a short one on
+/// disk. Resolves brace escapes.
 class Input {
 public:
 	/// Room that a file's chunks need.
@@ -47,6 +48,8 @@ public:
 	std::string_view readTag(TextBuffer& scratch);
 
 private:
+	void readPlainFile(int nDescriptor);
+	void keepStream(php_stream* stream);
 	php_stream* openStream() const;
 	bool atEnd() const;
 	bool fetchStream();
@@ -56,7 +59,7 @@ private:
 	bool string_mode = true;
 	bool string_end = true;
 	bool bRestExpected = false;
-	// The stream's resource, of which one reference is held; null in string mode.
+	// The stream's resource, of which one reference is held; null when there is no stream.
 	zend_resource* resource = nullptr;
 	char* file_buffer = nullptr;
 	const char* buffer = nullptr;

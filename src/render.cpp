@@ -66,7 +66,7 @@ void Template::_getResult(const BlockList& subBlockList, ElementWalk* oElements,
 	TextCursor sOutput(sText);
 	size_t nStart = sOutput.size();
 	while (!oElements || oElements->next()) {
-		checkTimeLimit();
+		checkTimeLimit(); // often enough: a body without a loop renders in less time than its analysis took
 		size_t nRowStart = sOutput.size();
 		Block* oNext;
 		for (Block* oBlock = subBlockList.first(); oBlock; oBlock = oNext) {
@@ -100,7 +100,6 @@ void Template::_getResult(const BlockList& subBlockList, ElementWalk* oElements,
 					break;
 				case Block::TEXT:
 					sOutput.appendPadded(sBefore);
-					checkTimeLimit();
 					break;
 				default:
 					ZEND_UNREACHABLE(); // no other kind is ever stored

@@ -12,10 +12,6 @@ namespace {
 // A text in string mode is mostly literal; this much room is made for it at once.
 constexpr size_t LONGEST_RESERVED_TEXT = 64 * 1024;
 
-// Rendering looks at the time where a text stands alone. At each block would be 4 % of a page with loops; and so a body of
-// a million tags gets some such texts.
-constexpr size_t BLOCKS_BETWEEN_LOOKS = 1024;
-
 std::string_view trim(std::string_view sSource) {
 	while (!sSource.empty() && isSpace(sSource.front())) {
 		sSource.remove_prefix(1);
@@ -183,9 +179,6 @@ Block::BLOCK_TYPE Template::matchInput(std::string_view sBuffer, std::string_vie
 
 /// Appends a block; the pending text stands in front of it.
 void Template::storeBlock(BlockList& subBlockList, Block* oBlock) {
-	if (UNEXPECTED(++call.nBlocks % BLOCKS_BETWEEN_LOOKS == 0) && oBlock->getType() != Block::TEXT) {
-		storeBlock(subBlockList, call.oArena.make<TextBlock>());
-	}
 	oBlock->oText = {call.nPendingText, call.sTexts.size() - call.nPendingText};
 	call.nPendingText = call.sTexts.size();
 	Block* oLast = subBlockList.last();
