@@ -22,6 +22,9 @@ public:
 	/// Closes the file. That may run user code (a stream wrapper's), so never let an exception be in flight then.
 	~Input() { close(); }
 
+	/// Has to be called once, when the module starts.
+	static void startUp(int nModule);
+
 	/// Reads from `sText`, which has to outlive the input.
 	void openText(std::string_view sText);
 
@@ -56,7 +59,7 @@ private:
 	bool string_mode = true;
 	bool string_end = true;
 	bool bRestExpected = false;
-	// The stream's resource, of which one reference is held; null in string mode.
+	// The resource that owns the stream; null in string mode.
 	zend_resource* resource = nullptr;
 	char* file_buffer = nullptr;
 	const char* buffer = nullptr;
