@@ -3,7 +3,7 @@
 // the test suite runs it for the inputs of corpus/.
 //
 // An input has parts, separated by the byte 0x1f: the template, its data, options, then the files a, b, c, which a
-// template includes as in://a, in://b, in://c.
+// template includes as in://a, in://b, in://c, or through a filter: php://filter/read=deed/resource=in://a.
 //
 // Data: pairs of a key and a value. A key is one byte: a digit (integer key), "." (next index), "n" ("num"),
 // "v" ("visible"), "e" (empty), "-" (-5), "#" (a large integer), "@" ("in://a"), or any other byte.
@@ -106,6 +106,24 @@ class Files
 }
 stream_wrapper_register('in', Files::class);
 
+/** php://filter/read=deed/resource=in://a and its like are read through this. */
+class Filter extends php_user_filter
+{
+    public function filter($in, $out, &$consumed, bool $closing): int
+    {
+        while ($bucket = stream_bucket_make_writeable($in)) {
+            $consumed += $bucket->datalen;
+            stream_bucket_append($out, $bucket);
+        }
+        Files::$input->do(Files::$input->on_read);
+        if ($closing && is_resource($this->stream)) {
+            stream_bucket_append($out, stream_bucket_new($this->stream, '{'));
+        }
+        return PSFS_PASS_ON;
+    }
+}
+stream_filter_register('deed', Filter::class);
+
 class Input
 {
     private const KEYS = ['n' => 'num', 'v' => 'visible', 'e' => '', '-' => -5, '#' => PHP_INT_MAX - 1, '@' => 'in://a'];
@@ -118,7 +136,6 @@ class Input
     public string $on_error = '';
     /** Whether no user code runs but the reading of files. */
     public bool $tame = true;
-    private bool $closes = false;
     private bool $fiber = false, $abandon = false, $replacing = false;
     private string $shape;
     private int $position, $values, $nesting, $depth;
@@ -155,8 +172,8 @@ class Input
         if ($this->run(true) !== $first) {
             return 'the same call gave another result';
         }
-        // A file can be closed under the reader. One that includes itself is found out a level earlier than a text is.
-        if (!str_contains($this->template, "\0") && !$this->closes && !str_contains($this->bytes, 'main')) {
+        // A file that includes itself is found out a level earlier than a text is.
+        if (!str_contains($this->template, "\0") && !str_contains($this->bytes, 'main')) {
             $as_file = $this->run(false);
             // The message ends with the name, which is the text in one mode and the path in the other.
             if ($as_file[0] !== $first[0] || count($as_file[1]) !== count($first[1])) {
@@ -275,7 +292,6 @@ class Input
         $number = (ord($digit) - 48 + 16 * count(DEEDS)) % count(DEEDS);
         $deed = $number < count(DEEDS) - 3 || $this->survives ? DEEDS[$number] : 'throw';
         $this->tame = $this->tame && $deed === 'nothing';
-        $this->closes = $this->closes || $deed === 'close';
         return $deed;
     }
 
@@ -332,8 +348,12 @@ class Input
                 break;
             case 'close':
                 set_error_handler(fn() => true);
-                foreach (array_diff_key(get_resources('stream'), OWN_STREAMS) as $stream) {
-                    $stream === self::$stream || fclose($stream);
+                foreach (array_diff_key(get_resources(), OWN_STREAMS) as $stream) {
+                    try {
+                        $stream === self::$stream || fclose($stream) || pclose($stream);
+                    } catch (TypeError) {
+                        // It is no stream, or one that template() reads.
+                    }
                 }
                 restore_error_handler();
                 break;

@@ -26,7 +26,46 @@ bool isLiteralAfterBrace(char ch) {
 	return ch == ' ' || ch == '\t' || ch == '\n' || ch == '\r';
 }
 
+// The type of the resources that own an input's stream.
+int nOwnerType = 0;
+
+// What no close of PHP's own sets: as long as it stands there, nobody but the owner can free the stream.
+constexpr uint8_t HELD = 3;
+
+/// The end of an owner: its input's, or the request's when a fatal error has jumped over the input.
+void closeStream(zend_resource* oOwner) {
+	auto* stream = static_cast<php_stream*>(oOwner->ptr);
+	zend_resource* oShown = stream->in_free == HELD ? stream->res : nullptr;
+	if (oShown) {
+		oShown->type = -1;
+		oShown->ptr = nullptr;
+		stream->in_free = 0;
+	}
+	php_stream_free(stream, PHP_STREAM_FREE_CLOSE | PHP_STREAM_FREE_RSRC_DTOR);
+	if (oShown) {
+		zend_list_delete(oShown);
+	}
+}
+
+/// Keeps user code from closing or reading a stream that is being read, which PHP's stream layer doesn't survive: its
+/// resource becomes one that no function takes. Returns that resource.
+zend_resource* ownStream(php_stream* stream) {
+	zend_resource* oOwner = stream->res;
+	if (!stream->readfilters.head) {
+		oOwner->type = nOwnerType;
+		return oOwner;
+	}
+	// Functions that a filter calls take the stream's resource. It can be closed, but not the stream with it.
+	oOwner = zend_register_resource(stream, nOwnerType);
+	stream->in_free = HELD;
+	return oOwner;
+}
+
 } // namespace
+
+void Input::startUp(int nModule) {
+	nOwnerType = zend_register_list_destructors_ex(closeStream, nullptr, "template", nModule);
+}
 
 void Input::openText(std::string_view sText) {
 	string_mode = true;
@@ -46,16 +85,17 @@ bool Input::openFile(const char* sFileName, char* _file_buffer) {
 		return false;
 	}
 	PlainFile oFile = openPlainFile(sFileName);
-	bool bOpened = oFile.nDescriptor >= 0;
-	if (bOpened) {
+	if (oFile.nDescriptor >= 0) {
 		readPlainFile(oFile.nDescriptor);
-	} else if (!oFile.bPlain) {
-		php_stream* stream = php_stream_open_wrapper_ex(sFileName, "rb", USE_PATH, nullptr, nullptr);
-		bOpened = stream;
-		keepStream(stream);
+		return true;
+	}
+	php_stream* stream =
+		oFile.bPlain ? nullptr : php_stream_open_wrapper_ex(sFileName, "rb", USE_PATH, nullptr, nullptr);
+	if (stream) {
+		resource = ownStream(stream);
 	}
 	throwIfPhpFailed();
-	return bOpened;
+	return stream;
 }
 
 /// Reads a file of less than a chunk, as nearly all templates are, and closes it before anything else happens. A stream
@@ -77,31 +117,18 @@ void Input::readPlainFile(int nDescriptor) {
 	}
 	php_stream* stream = php_stream_fopen_from_fd(nDescriptor, "rb", nullptr);
 	stream->wrapper = &php_plain_files_wrapper;
-	keepStream(stream);
-}
-
-void Input::keepStream(php_stream* stream) {
-	if (stream) {
-		// User code could find the stream among the open resources and close it while it is being read: not with
-		// fclose(), and when by another way, the resource is still there to tell.
-		stream->flags |= PHP_STREAM_FLAG_NO_FCLOSE;
-		resource = stream->res;
-		GC_ADDREF(resource);
-	}
+	resource = ownStream(stream);
 }
 
 void Input::close() {
 	if (zend_resource* oClosing = resource) {
-		php_stream* stream = openStream();
 		resource = nullptr;
-		if (stream) {
-			php_stream_close(stream);
-		}
+		zend_list_close(oClosing);
 		zend_list_delete(oClosing);
 	}
 }
 
-/// The stream, or null when somebody else has closed it.
+/// The stream, or null when user code has closed one that it stands on.
 php_stream* Input::openStream() const {
 	return resource->type >= 0 ? static_cast<php_stream*>(resource->ptr) : nullptr;
 }

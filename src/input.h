@@ -23,6 +23,9 @@ public:
 	/// Closes the file. That may run user code (a stream wrapper's), so never let an exception be in flight then.
 	~Input() { close(); }
 
+	/// Has to be called once, when the module starts.
+	static void startUp(int nModule);
+
 	/// Reads from `sText`, which has to outlive the input.
 	void openText(std::string_view sText);
 
@@ -49,7 +52,6 @@ public:
 
 private:
 	void readPlainFile(int nDescriptor);
-	void keepStream(php_stream* stream);
 	php_stream* openStream() const;
 	bool atEnd() const;
 	bool fetchStream();
@@ -59,7 +61,7 @@ private:
 	bool string_mode = true;
 	bool string_end = true;
 	bool bRestExpected = false;
-	// The stream's resource, of which one reference is held; null when there is no stream.
+	// The resource that owns the stream; null when there is no stream.
 	zend_resource* resource = nullptr;
 	char* file_buffer = nullptr;
 	const char* buffer = nullptr;

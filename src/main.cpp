@@ -1,5 +1,6 @@
 #include "call.h"
 #include "error.h"
+#include "input.h"
 #include "template.h"
 #include "warning.h"
 
@@ -89,7 +90,8 @@ ZEND_FUNCTION(template) {
 	}
 }
 
-static zend_result zm_startup_template(int, int) {
+static zend_result zm_startup_template(int, int module_number) {
+	Input::startUp(module_number);
 	return SUCCESS;
 }
 

@@ -26,9 +26,14 @@ size_t unusedMemory() {
 void TextBuffer::grow(size_t nLength) {
 	size_t nCapacity = pEnd - pBegin;
 	size_t nNeeded = zend_safe_addmult(1, size(), nLength, "template") + SLACK;
-	// Half as much again for a large text, and nothing beyond the need where that would break memory_limit.
 	size_t nUsual = nCapacity + (nCapacity > LARGE ? nCapacity / 2 : nCapacity);
-	resize(nUsual > nNeeded && nUsual < unusedMemory() ? nUsual : nNeeded);
+	if (nUsual > nNeeded) {
+		// Half as much again for a large text. Where that would break memory_limit, an eighth of what is left: the text
+		// may have to move, for which there has to be room a second time, or else it can only grow where it is.
+		size_t nUnused = unusedMemory();
+		nNeeded = nUsual < nUnused ? nUsual : nNeeded + (nNeeded < nUnused ? nUnused - nNeeded : nUnused) / 8;
+	}
+	resize(nNeeded);
 }
 
 void TextBuffer::expect(size_t nLength) {

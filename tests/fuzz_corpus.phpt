@@ -15,7 +15,7 @@ foreach ($files as $file) {
         printf("%s: %s\n", basename($file), $wrong);
     }
 }
-echo count($files) >= 44 ? 'all checked' : 'inputs are missing', "\n";
+echo count($files) >= 46 ? 'all checked' : 'inputs are missing', "\n";
 ?>
 --EXPECT--
 all checked

@@ -31,6 +31,7 @@ $places = [
     'handler of the error' => 'set_error_handler($deed); $t = "{/optional}"; $d = [];',
     'opening' => '$at["open"] = $deed; $t = "$long{include spy://x}"; $d = [];',
     'reading' => '$at["read"] = $deed; put(["main.tpl" => "$long{include spy://x}"]); $t = "main.tpl"; $d = []; $mode = false;',
+    'filter that closes its file' => '$at["filter"] = fn() => [onStreams("pclose"), $deed()]; $t = "$long{include php://filter/read=spy/resource=spy://x}"; $d = [];',
     'closing' => '$at["close"] = $deed; put(["main.tpl" => "$long{dynamic l}{include spy://x}{/dynamic}"]); $t = "main.tpl"; $d = []; $mode = false;',
     'closing after an error' => '$at["close"] = $deed; put(["main.tpl" => "$long{include spy://{/dynamic}}"]); $t = "main.tpl"; $d = []; $mode = false;',
     'end of a walk' => '$r = [new Last($deed), new Spy(function () use (&$r) { $r = null; })]; $t = "$long{dynamic l}{*}{/dynamic}"; $d = ["l" => &$r];',
@@ -65,5 +66,5 @@ table([
 ]);
 ?>
 --EXPECT--
-48 rows
+52 rows
 2 rows

@@ -97,10 +97,10 @@ $left = function (string $text, array $deeds = []) use ($data): string {
     $known = WeakReference::create($object);
     $fiber = new Fiber(fn() => spied($deeds, $text, ['l' => [1, $object, new Spy(fn() => print 'user code ran')]] + $data));
     $fiber->start();
-    $streams = count(get_resources('stream'));
+    $streams = streams();
     unset($object, $fiber);
     gc_collect_cycles();
-    return ($known->get() ? 'kept' : 'freed') . ', streams ' . (count(get_resources('stream')) - $streams);
+    return ($known->get() ? 'kept' : 'freed') . ', streams ' . (streams() - $streams);
 };
 $flat = function () use ($left, $pause): int {
     for ($i = 0; $i < 20; $i++) {

@@ -10,8 +10,7 @@ template
 require __DIR__ . '/table.inc';
 
 $full = ($argv[1] ?? '') === 'full';
-// Memory checkers make everything slow.
-[$divisor, $limit] = getenv('USE_ZEND_ALLOC') === '0' ? [500, 300] : [20, 5];
+[$divisor, $limit] = watcher() ? [500, 300] : [20, 5];
 $too_deep = 'Blocks nested too deeply in ';
 
 /** Makes the case at a size and renders it: seconds, and null when the outcome is the expected one. */

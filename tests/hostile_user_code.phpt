@@ -104,8 +104,8 @@ $handled = fn(string $template, array $data, bool $mode = true): Closure => func
     }
 };
 // Under opcache the script's own file may be closed meanwhile.
-$streams = count(get_resources('stream'));
-$left_open = fn(): int => max(0, count(get_resources('stream')) - $streams);
+$streams = streams();
+$left_open = fn(): int => max(0, streams() - $streams);
 $rest = ['spy' => new Spy($throw), 'after' => $after, 'l' => [new Spy($throw), $after], 'a' => [], 'la' => [[], $after], 'v' => 'V'];
 $place = fn(string $template): array => [$template, $template, $rest, $thrown];
 $stream = fn(string $deed, string $template): array =>
@@ -133,15 +133,7 @@ $endless = new Spy(function () use (&$endless): void {
     template('{dynamic l}{*}{/dynamic}', ['l' => [$endless]], true);
 });
 $endless_file = fn(): ?string => spied(['read' => fn() => template('spy://' . str_repeat('{v}', 2000), ['v' => 'V'])], 'spy://x', [], false);
-$close = function (string $function): Spy {
-    return new Spy(function () use ($function): void {
-        set_error_handler(fn() => true);
-        foreach (get_resources('stream') as $stream) {
-            (int) $stream > 3 && $function($stream);
-        }
-        restore_error_handler();
-    });
-};
+$close = fn(string $function): Spy => new Spy(fn() => onStreams($function));
 put(['long.tpl' => '{s}' . str_repeat('long ', 4000) . '{v}', 'around.tpl' => '<{include long.tpl}>' . str_repeat('.', 9000),
     'opens.tpl' => '{include spy://x}' . str_repeat('long ', 4000)]);
 $text = '{dynamic l}{*}{/dynamic}';
@@ -163,13 +155,40 @@ table([
     }, null, 'xx'],
     ['fclose of the file', fn() => template('around.tpl', ['s' => $close('fclose'), 'v' => 'V']), null,
         '<spy' . str_repeat('long ', 4000) . 'V>' . str_repeat('.', 9000)],
-    ['pclose of the file', fn() => template('around.tpl', ['s' => $close('pclose'), 'v' => 'V']), null, fails('basic_string::append')],
-    ['pclose while an included file is opened', fn() => spied(['open' => fn() => (string) $close('pclose')], 'opens.tpl', [], false), null,
-        fails('basic_string::append')],
+    ['pclose of the file', fn() => template('around.tpl', ['s' => $close('pclose'), 'v' => 'V']), null,
+        '<spy' . str_repeat('long ', 4000) . 'V>' . str_repeat('.', 9000)],
+    ['pclose while an included file is opened', fn() => spied(['open' => fn() => onStreams('pclose')], 'opens.tpl', [], false), null,
+        'x' . str_repeat('long ', 4000)],
+    ['pclose of what the file stands on', fn() => template('data:text/plain,{s}' . str_repeat('long ', 4000), ['s' => $close('pclose')]),
+        null, fails('basic_string::append')],
+    ['all files closed', $left_open, null, 0],
+]);
+
+// The methods that a stream is read by close it, or read it, themselves.
+$closing = [];
+foreach (['read' => 'spy://', 'end' => 'spy://', 'filter' => 'php://filter/read=spy/resource=spy://'] as $at => $file) {
+    $include = "<{include $file" . str_repeat('long', 5000) . '}>';
+    $whole = '<' . str_repeat('long', 5000) . '>';
+    array_push($closing,
+        ["$at: fclose", fn() => spied([$at => fn() => onStreams('fclose')], $include, []), null, $at === 'filter' ? '<' . str_repeat('long', 5000) . '.>' : $whole],
+        ["$at: pclose", fn() => spied([$at => fn() => onStreams('pclose')], $include, []), null, $whole],
+        ["$at: pclose and an exception", fn() => spied([$at => fn() => [onStreams('pclose'), $throw()]], $include, []), null, $thrown],
+        ["$at: pclose and a call", fn() => spied([$at => fn() => [onStreams('pclose'), spied([], $include, [])]], $include, []), null, $whole],
+        ["$at: pclose in a Fiber that is left", function () use ($at, $include): ?string {
+            $fiber = new Fiber(fn() => spied([$at => fn() => [onStreams('pclose'), Fiber::suspend('left')]], $include, []));
+            return $fiber->start();
+        }, null, 'left'],
+    );
+}
+table([...$closing,
+    ['read: fgets', fn() => spied(['read' => fn() => onStreams('fgets')], '<{include spy://x}>', []), null, '<x>'],
+    ['closed: pclose', fn() => spied(['close' => fn() => onStreams('pclose')], '<{include spy://x}>', []), null, '<x>'],
+    ['a filter that does need its stream', fn() => template('php://filter/read=spy/resource=spy://x', []), null, 'x.'],
     ['all files closed', $left_open, null, 0],
 ]);
 ?>
 --EXPECT--
 17 rows
 24 rows
-9 rows
+10 rows
+19 rows
