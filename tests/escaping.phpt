@@ -79,7 +79,13 @@ $in = fn(string $charset, string $template, array $data): Closure => function ()
     ini_restore('default_charset');
     return $text;
 };
+$lengths = range(0, 40);
+$ending = fn(string $end): array => array_map(fn($n) => str_repeat('a', $n) . $end, $lengths);
 table([
+    ['the last byte of a text', '{dynamic l}{htmlspecialchars *}{*};{/dynamic}' . implode(array_map(fn($n) => "{htmlspecialchars l::$n};", $lengths)),
+        ['l' => $ending('&')], implode(array_map(fn($n) => str_repeat('a', $n) . '&amp;' . str_repeat('a', $n) . '&;', $lengths)) . implode(';', $ending('&amp;')) . ';'],
+    ['a zero byte as the last', '{dynamic l}{htmlspecialchars *}{*};{/dynamic}' . implode(array_map(fn($n) => "{htmlspecialchars l::$n};", $lengths)),
+        ['l' => $ending("\0")], implode(array_map(fn($n) => str_repeat('a', 2 * $n) . ';', $lengths)) . implode(';', $ending('')) . ';'],
     ['one whole reference', "{addslashes a b}{htmlspecialchars v 'x'}{addslashes 'x'}{addslashes v 'y'}{addslashes a'b}", $d, 'blankquotedtext'],
     ['missing', 'a{addslashes x}b{htmlentities x}c{htmlspecialchars x::y}d{rawurlencode v::x}e', $d, 'abcde'],
     ['missing in an element', '{dynamic rows}<{htmlspecialchars *::t}{addslashes *::x}{rawurlencode n::*::t}>{/dynamic}', $d, '<&lt;t&gt;><>'],
@@ -98,4 +104,4 @@ table([
 ?>
 --EXPECT--
 93 rows
-11 rows
+13 rows

@@ -26,6 +26,8 @@ table([
     ['other white space opens a tag', "{\vv}{\fv}", $d, 'VV'],
     ['control and high bytes open a tag', "{\x01}{é}{\x80}{\xA0v}", $d, "{\x01}E{\x80}{\xA0v}"],
     ['empty tag', 'a{}b', $d, 'a{}b'],
+    ['at every place of a long text', implode(array_map(fn($n) => str_repeat('a', $n) . '{{b}}}}c}d{ {v}', range(1, 200))), $d,
+        implode(array_map(fn($n) => str_repeat('a', $n) . '{b}}c}d{ V', range(1, 200)))],
     ['values are not read again', '{w}', $d, '{{v}} {v} }}'],
 
     ['brace inside a tag', 'a{b{c}d', $d, 'a{b{{{{}'],
@@ -56,5 +58,5 @@ table([
 ], ['file']);
 ?>
 --EXPECT--
-34 rows
+35 rows
 3 rows

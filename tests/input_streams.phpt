@@ -34,6 +34,11 @@ class Pieces
     {
         self::$closed++;
     }
+
+    public function url_stat(string $path): array|false
+    {
+        return $path === 'pieces://folder/x.tpl' ? [] : false;
+    }
 }
 stream_wrapper_register('pieces', Pieces::class);
 
@@ -56,6 +61,17 @@ $searched = function (string $path, string $name) use ($folder): ?string {
         set_include_path($folder);
     }
 };
+$piped = function (string $text): ?string {
+    exec('mkfifo pipe');
+    put(['text' => $text]);
+    exec('(cat text >pipe) >/dev/null 2>&1 &');
+    try {
+        return template('pipe', ['v' => 'V']);
+    } finally {
+        unlink('pipe');
+    }
+};
+$outside = 'template(): open_basedir restriction in effect. File(' . __FILE__ . ") is not within the allowed path(s): ($folder)";
 $read_error = 'level 8: template(): Read of 8192 bytes failed with errno=21 Is a directory';
 $long = 'a{{b}}{v}c} {name}}}{x \'y\'}{ ';
 
@@ -82,7 +98,30 @@ table([
     ['failing read behind an open brace', pieces('a{', false, 'name}'), null, 'aN'],
     ['failing read behind a closing brace', pieces('a}', false, '}b'), null, 'a}b'],
     ['all of them closed', fn() => Pieces::$closed, null, 9],
+
+    ['a wrapper in the include path', function () use ($searched): ?string {
+        Pieces::$next = ['pieces'];
+        return $searched('~/b:pieces://folder', 'x.tpl');
+    }, null, 'pieces'],
+    ['a wrapper for files', function (): ?string {
+        stream_wrapper_unregister('file');
+        stream_wrapper_register('file', Pieces::class);
+        try {
+            return template('two.tpl', []);
+        } finally {
+            stream_wrapper_restore('file');
+        }
+    }, null, 'pieces'],
+    ['file URL', fn() => template("file://$folder/two.tpl", []), null, 'here'],
+    ['pipe', fn() => $piped('a{v}b'), null, 'aVb'],
+    ['pipe with more than a chunk', fn() => $piped(str_repeat('{v}x', 3000)), null, str_repeat('Vx', 3000)],
+
+    // From here on nothing outside the folder can be opened.
+    ['outside of open_basedir', fn() => [ini_set('open_basedir', $folder), template(__FILE__, [])][1], null,
+        fails($outside, 'Could not open file ' . __FILE__)],
+    ['an include outside', fn() => template('a{include ' . __FILE__ . '}b', [], true), null, noted('ab', $outside)],
+    ['an include inside', fn() => template('a{include two.tpl}b', [], true), null, 'ahereb'],
 ]);
 ?>
 --EXPECT--
-21 rows
+29 rows

@@ -43,8 +43,10 @@ table([
     ['in a loop without elements', "{dynamic none}{$both('*')}{/dynamic}{dynamic x}{$both('*')}{/dynamic}", $d, ''],
     ['outside, the body is still read', '{optional *}{a\'b}{/optional}', $d,
         fails("Variable block bad parameter 'a'b': ' is forbidden in variable in @")],
+    ['sections that end together', '{dynamic k}{optional [*] 3}a{optional * b}b{!optional * x}c{optional * b}d{/optional}{/optional}{/optional}{/optional}{[*]}{/dynamic}',
+        ['k' => [2 => 'a', 3 => 'b', 4 => 'b']], '2abcd34'],
     ['nested conditions', '{dynamic k}{optional [*] 3}{optional * b}y{/optional}{!optional * b}n{/optional}{/optional}{/dynamic}', $d, 'y'],
 ]);
 ?>
 --EXPECT--
-23 rows
+24 rows
