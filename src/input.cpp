@@ -115,7 +115,16 @@ void Input::readPlainFile(int nDescriptor) {
 	if (lseek(nDescriptor, 0, SEEK_SET) == 0) {
 		buffer_end = 0;
 	}
-	php_stream* stream = php_stream_fopen_from_fd(nDescriptor, "rb", nullptr);
+	php_stream* stream = nullptr;
+	zend_try {
+		stream = php_stream_fopen_from_fd(nDescriptor, "rb", nullptr);
+	}
+	zend_end_try();
+	if (!stream) {
+		// The memory limit was met; the stream does not own the file yet.
+		::close(nDescriptor);
+		zend_bailout();
+	}
 	stream->wrapper = &php_plain_files_wrapper;
 	resource = ownStream(stream);
 }

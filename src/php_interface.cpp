@@ -54,11 +54,13 @@ HashTable* copyProperties(HashTable* table) {
 } // namespace
 
 HashTable* PHPInterface::acquireTable(const zval* data) {
+	bool isObject = Z_TYPE_P(data) == IS_OBJECT;
+	// The property table of some objects is made by code that may change what `data` points to.
 	HashTable* table = getHashTable(data);
 	if (!table) {
 		return nullptr;
 	}
-	if (Z_TYPE_P(data) == IS_OBJECT) {
+	if (isObject) {
 		return copyProperties(table);
 	}
 	GC_TRY_ADDREF(table);

@@ -206,6 +206,7 @@ void Template::analyzeVariableBlock(BlockList& subBlockList, std::string_view sA
 
 /// Makes what a later alternative is at render time; null when it will find nothing.
 Alternative* Template::keepAlternative(std::string_view sReference) {
+	Arena::Mark oMark = call.oArena.mark();
 	auto* oAlternative = call.oArena.make<Alternative>();
 	Reference oReference;
 	oAlternative->eError = parseReference(sReference, call.oArena, oReference);
@@ -215,7 +216,10 @@ Alternative* Template::keepAlternative(std::string_view sReference) {
 	} else if (oReference.eType == IMMEDIATE) {
 		oAlternative->eKind = Alternative::FOUND;
 		oAlternative->phpVariable = findVariable(oReference.listIndexes.first(), nullptr);
-		return oAlternative->phpVariable ? oAlternative : nullptr;
+		if (!oAlternative->phpVariable) {
+			call.oArena.rewind(oMark);
+			return nullptr;
+		}
 	} else {
 		oAlternative->eKind = Alternative::DYNAMIC_VALUE;
 		oAlternative->oReference = resolveNamespace(oReference);
