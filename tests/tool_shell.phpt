@@ -51,7 +51,7 @@ if ($page !== file_get_contents("$root/docs/template.1")) {
     echo "docs/template.1 is out of date: run scripts/manpage\n";
 }
 if (trim((string) shell_exec('command -v groff')) !== '') {
-    echo shell_exec('groff -man -Tutf8 -ww -z ' . escapeshellarg("$root/docs/template.1") . ' 2>&1');
+    echo shell_exec('env -u LD_PRELOAD groff -man -Tutf8 -ww -z ' . escapeshellarg("$root/docs/template.1") . ' 2>&1');
 }
 
 // The documented signature is the real one.

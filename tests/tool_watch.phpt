@@ -11,10 +11,10 @@ intl
 <?php
 require __DIR__ . '/tool.inc';
 
-/** Whether a file comes to hold this text within ten seconds. */
+/** Whether a file comes to hold this text soon. */
 function comesTo(string $file, callable $fits): bool
 {
-    for ($end = microtime(true) + 10; microtime(true) < $end; usleep(20000)) {
+    for ($end = microtime(true) + (watcher() ? 60 : 10); microtime(true) < $end; usleep(20000)) {
         if (is_file($file) && $fits(file_get_contents($file))) {
             return true;
         }
