@@ -44,8 +44,8 @@ inline bool same(const char* p, const char* q, size_t nLength) {
 	return nLength == 0;
 }
 
-/// Whether two PHP strings are the same. The last 16 bytes up to the end of a short one begin in its header, with a part
-/// of what tells its length: where the lengths agree, that does, too, or is the hash, which has to be computed.
+/// Whether two PHP strings with their hashes computed are the same. The last 16 bytes of a short one begin in its header,
+/// with the hash and the length: where the texts agree, these do, too.
 inline bool same(const zend_string* sOne, const zend_string* sOther) {
 	static_assert(_ZSTR_HEADER_SIZE >= 24 && offsetof(zend_string, h) + 8 == offsetof(zend_string, len));
 	if (ZSTR_LEN(sOne) != ZSTR_LEN(sOther)) {
@@ -147,8 +147,8 @@ inline const char* find(const char* p, const char* pEnd) {
 	return p;
 }
 
-/// Copies whole blocks while no byte of the set comes, and moves `pTo` and `p` on by what was copied. Returns whether `p`
-/// is at such a byte. May write up to BLOCK_SIZE bytes behind the copy.
+/// Copies whole blocks while no byte of the set comes, and moves `pTo` and `p` on by what was copied. Returns whether
+/// `p` is at such a byte. May write up to BLOCK_SIZE bytes behind the copy.
 template <typename Set>
 inline bool copyBlocksTill(char*& pTo, const char*& p, const char* pEnd) {
 #ifdef __SSE2__

@@ -133,8 +133,8 @@ inline const zval* Template::findDynamicValue(const DynamicReference& oReference
 
 // Strings are what nearly every tag prints. They are appended together with the text in front of the tag.
 
-[[gnu::always_inline]] inline void Template::_getResultVariable(const MultiVariableBlock& oBlock, std::string_view sBefore,
-										 TextCursor& sOutput) {
+[[gnu::always_inline]] inline void Template::_getResultVariable(const MultiVariableBlock& oBlock,
+																std::string_view sBefore, TextCursor& sOutput) {
 	const DynamicReference& oReference = oBlock.oReference;
 	if (oReference.eTarget == DynamicReference::KEY) {
 		const ElementKey& oKey = oReference.oDynamicBlock->phpKey;
@@ -159,7 +159,8 @@ inline const zval* Template::findDynamicValue(const DynamicReference& oReference
 }
 
 /// What finds nothing prints nothing here, not even the tag.
-[[gnu::always_inline]] inline void Template::_getResultEscaped(const VariableBlock& oBlock, std::string_view sBefore, TextCursor& sOutput) {
+[[gnu::always_inline]] inline void Template::_getResultEscaped(const VariableBlock& oBlock, std::string_view sBefore,
+															   TextCursor& sOutput) {
 	const DynamicReference& oReference = oBlock.oReference;
 	const zval* phpVariable = nullptr;
 	const zend_string* sFound = nullptr;

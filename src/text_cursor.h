@@ -28,9 +28,9 @@ public:
 	/// How many bytes can be appended before the text has to grow.
 	size_t room() const { return sText.limit() - p; }
 
-	void append(std::string_view sText) {
-		copyText(reserve(sText.size()), sText.data(), sText.size());
-		p += sText.size();
+	void append(std::string_view sNext) {
+		copyText(reserve(sNext.size()), sNext.data(), sNext.size());
+		p += sNext.size();
 	}
 
 	/// Appends a text that is padded.
