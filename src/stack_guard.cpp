@@ -15,7 +15,7 @@ namespace {
 constexpr uintptr_t RESERVE = 256 * 1024;
 
 // So much of the main stack is there under any usable limit (`ulimit -s`); no system call is needed to know.
-constexpr uintptr_t SURE_ON_MAIN_STACK = 256 * 1024;
+constexpr uintptr_t SURE_ON_MAIN_STACK = 128 * 1024;
 
 // How zend_fibers.c begins its private description of a fiber's stack (PHP 8.2).
 struct FiberStack {

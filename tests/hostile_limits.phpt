@@ -80,6 +80,7 @@ $fiber = '$fiber = new Fiber("all"); $fiber->start();';
 table([
     ['usual stack', $run('all();'), null, "$all | exit 0"],
     ['small stack', $run('all();', 'ulimit -s 1024;'), null, "$all | exit 0"],
+    ['tiny stack', $run('echo nested(600, "{dynamic l}", "{/dynamic}");', watcher() ? '' : 'ulimit -s 256;'), null, (watcher() ? 'x ' : $deep) . '| exit 0'],
     ['Fiber', $run($fiber), null, "$all | exit 0"],
     ['Fiber under a small stack', $run($fiber, 'ulimit -s 1024;'), null, "$all | exit 0"],
     ['Fiber in a Fiber', $run("\$outer = new Fiber(function () { $fiber }); \$outer->start();"), null, "$all | exit 0"],
@@ -110,5 +111,5 @@ table([
 ]);
 ?>
 --EXPECT--
-7 rows
+8 rows
 8 rows
