@@ -23,6 +23,7 @@ public:
 				phpSlot = oTable->arPacked + nSlot;
 				oBlock.phpKey.nIndex = nSlot;
 			} else {
+				prefetchAfter(nSlot);
 				const Bucket& oBucket = oTable->arData[nSlot];
 				phpSlot = &oBucket.val;
 				oBlock.phpKey = {oBucket.key, oBucket.h,
@@ -43,6 +44,25 @@ public:
 	size_t left() const { return oTable->nNumUsed - nStep; }
 
 private:
+	/// Asks for the memory of the next elements: that of small rows under string keys, as a loop in a loop walks them, lies
+	/// so scattered that waiting for it is 2 to 3 % of a page.
+	[[gnu::always_inline]] void prefetchAfter(uint32_t nSlot) const {
+		if (oTable->nNumUsed - nSlot < 3 || bReverse) {
+			return;
+		}
+		const Bucket& oNext = oTable->arData[nSlot + 1];
+		const Bucket& oNextButOne = oTable->arData[nSlot + 2];
+		if (Z_TYPE(oNextButOne.val) == IS_ARRAY) {
+			__builtin_prefetch(Z_ARRVAL(oNextButOne.val));
+		}
+		if (Z_TYPE(oNext.val) == IS_ARRAY) {
+			const auto* pElements = reinterpret_cast<const char*>(Z_ARRVAL(oNext.val)->arData);
+			__builtin_prefetch(pElements);
+			__builtin_prefetch(pElements + 64);
+			__builtin_prefetch(oNext.key);
+		}
+	}
+
 	DynamicBlock& oBlock;
 	const HashTable* oTable;
 	uint32_t nStep;
