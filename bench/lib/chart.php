@@ -65,7 +65,7 @@ function chart(array $times): string
         }
         </style>
         <text x="100" y="22" class="title">Time of a call relative to plain PHP: left is faster, right is slower (logarithmic)</text>
-        $legend<line x1="488" x2="488" y1="42" y2="54" class="reading"/><text x="496" y="52">reading the template's files through PHP's streams, nothing else</text>
+        $legend<line x1="488" x2="488" y1="42" y2="54" class="reading"/><text x="496" y="52">PHP's streams reading the files, nothing else</text>
         $svg</svg>
 
         SVG;
