@@ -35,8 +35,6 @@ bool checkIfTrue(const zval* phpVariable) {
 		}
 	}
 	bool bTrue = i_zend_is_true(const_cast<zval*>(phpVariable));
-	if (Z_TYPE_P(phpVariable) >= IS_OBJECT) {
-		throwIfPhpFailed();
-	}
+	throwIfPhpFailed();
 	return bTrue;
 }
