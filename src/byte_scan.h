@@ -113,6 +113,14 @@ template <typename Set>
 inline unsigned mark(const char* pBlock) {
 	return _mm_movemask_epi8(Set::has(_mm_loadu_si128(reinterpret_cast<const __m128i*>(pBlock))));
 }
+
+/// Of the last `nRest` bytes of a PHP string, fewer than 16, a bit for each one that belongs to the set. They are read
+/// together with bytes before them, which lie in the string's own memory, and those are dropped.
+template <typename Set>
+inline unsigned markLast(const char* pEnd, size_t nRest) {
+	static_assert(_ZSTR_HEADER_SIZE >= BLOCK_SIZE, "the bytes before a short text are its header");
+	return nRest ? mark<Set>(pEnd - BLOCK_SIZE) >> (BLOCK_SIZE - nRest) : 0;
+}
 #endif
 
 /// Of 64 bytes, a bit for each one that belongs to the set.
@@ -187,7 +195,7 @@ inline bool copyTillInString(char*& pTo, const char*& p, const char* pEnd) {
 		return true;
 	}
 	size_t nRest = static_cast<size_t>(pEnd - p) % BLOCK_SIZE;
-	unsigned nMarks = nRest ? mark<Set>(pEnd - BLOCK_SIZE) >> (BLOCK_SIZE - nRest) : 0;
+	unsigned nMarks = markLast<Set>(pEnd, nRest);
 	size_t nClean = nMarks ? __builtin_ctz(nMarks) : nRest;
 	copyText(pTo, p, nClean);
 	p += nClean;
@@ -204,15 +212,12 @@ inline bool contains(const zend_string* sText) {
 	const char* p = ZSTR_VAL(sText);
 	const char* pEnd = p + ZSTR_LEN(sText);
 #ifdef __SSE2__
-	static_assert(_ZSTR_HEADER_SIZE >= BLOCK_SIZE, "the last step reads back into the header");
 	for (; pEnd - p >= static_cast<ptrdiff_t>(BLOCK_SIZE); p += BLOCK_SIZE) {
 		if (mark<Set>(p)) {
 			return true;
 		}
 	}
-	// The rest is read together with bytes before it, which lie in the string's own memory, and those are dropped.
-	size_t nRest = pEnd - p;
-	return nRest && mark<Set>(pEnd - BLOCK_SIZE) >> (BLOCK_SIZE - nRest);
+	return markLast<Set>(pEnd, pEnd - p) != 0;
 #else
 	return find<Set>(p, pEnd) != pEnd;
 #endif

@@ -86,7 +86,7 @@ char* writeShortDecimal(char* p, double nValue) {
 		return nullptr;
 	}
 	uint64_t nBound = POWERS_OF_TEN[nPrecision < 0 ? 15 : nPrecision];
-	// Two places are what most have; six cost half as much again.
+	// Two places are what most have, and they take fewer divisions.
 	char* pEnd = writeDecimal<100>(p, nValue, nBound);
 	return pEnd ? pEnd : writeDecimal<1000000>(p, nValue, nBound);
 }

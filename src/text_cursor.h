@@ -38,7 +38,7 @@ public:
 		p = copyPadded(reserve(sPadded.size() + PADDING), sPadded.data(), sPadded.size());
 	}
 
-	/// Appends a text that is padded and another one. One after the other costs a fifth of a table's time more.
+	/// Appends a text that is padded and another one, for which room is made once.
 	void appendPadded(std::string_view sPadded, std::string_view sNext) {
 		p = copyPadded(reserve(sPadded.size() + PADDING + sNext.size()), sPadded.data(), sPadded.size());
 		copyText(p, sNext.data(), sNext.size());
