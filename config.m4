@@ -32,7 +32,17 @@ if test "$PHP_TEMPLATE" != "no"; then
     TEMPLATE_SHARED_LIBADD="$TEMPLATE_SHARED_LIBADD -Wc,$template_lto"
   fi
 
-  template_flags="$PHP_TEMPLATE_STDCXX $template_lto -fvisibility=hidden -fvisibility-inlines-hidden -Wall -Wextra -Wformat -Werror=format-security"
-  template_sources="src/main.cpp src/warning.cpp src/php_interface.cpp src/call.cpp src/arena.cpp src/text_buffer.cpp src/stack_guard.cpp src/input.cpp src/plain_file.cpp src/template.cpp src/reference.cpp src/variables.cpp src/number_text.cpp src/value_text.cpp src/byte_scan.cpp src/escape.cpp src/structure.cpp src/compared_value.cpp src/render.cpp"
+  template_flags="$PHP_TEMPLATE_STDCXX $template_lto -I@ext_srcdir@/src -fvisibility=hidden -fvisibility-inlines-hidden -Wall -Wextra -Wformat -Werror=format-security"
+  template_sources="src/call.cpp src/main.cpp \
+    src/php/plain_file.cpp src/php/stack_guard.cpp src/php/warning.cpp \
+    src/text/arena.cpp src/text/byte_scan.cpp src/text/number_text.cpp src/text/text_buffer.cpp \
+    src/tree/compared_value.cpp src/tree/reference.cpp \
+    src/source/input.cpp \
+    src/data/escape.cpp src/data/php_interface.cpp src/data/value_text.cpp \
+    src/analysis/driver.cpp src/analysis/structure.cpp src/analysis/variables.cpp \
+    src/rendering/render.cpp"
   PHP_NEW_EXTENSION([template], [$template_sources], [$ext_shared], [], [$template_flags], [cxx])
+  for template_room in php text tree source data analysis rendering; do
+    PHP_ADD_BUILD_DIR([$ext_builddir/src/$template_room])
+  done
 fi

@@ -1,6 +1,6 @@
 #include "call.h"
 
-#include "memory.h"
+#include "php/memory.h"
 
 HashTable* Call::beginLoop(DynamicBlock& oBlock, const zval* phpData) {
 	HashTable* oTable = PHPInterface::acquireTable(phpData);

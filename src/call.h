@@ -1,11 +1,11 @@
 #pragma once
 
-#include "arena.h"
-#include "dynamic_names.h"
-#include "input.h"
-#include "php_interface.h"
-#include "stack_guard.h"
-#include "text_buffer.h"
+#include "data/php_interface.h"
+#include "php/stack_guard.h"
+#include "source/input.h"
+#include "text/arena.h"
+#include "text/text_buffer.h"
+#include "tree/dynamic_names.h"
 
 /// What the templates of one call share, and the one owner of the call's memory.
 ///

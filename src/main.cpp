@@ -1,14 +1,11 @@
 #include "call.h"
-#include "error.h"
-#include "input.h"
+#include "php/error.h"
+#include "php/headers.h"
+#include "php/warning.h"
+#include "source/input.h"
 #include "template.h"
-#include "warning.h"
 
 #include <cstring>
-
-extern "C" {
-#include "php.h"
-}
 
 #include "template_arginfo.h"
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "block.h"
 #include "call.h"
-#include "input.h"
-#include "reference.h"
-#include "text_buffer.h"
+#include "source/input.h"
+#include "text/text_buffer.h"
+#include "tree/block.h"
+#include "tree/reference.h"
 
 #include <initializer_list>
 #include <string_view>

@@ -1,0 +1,16 @@
+#pragma once
+
+// All that the engine includes of PHP, at the one place that knows it is C.
+
+extern "C" {
+#include "php.h"
+
+#include "SAPI.h"
+#include "fopen_wrappers.h"
+#include "php_streams.h"
+#include "zend_fibers.h"
+
+#include "ext/standard/html.h"
+#include "ext/standard/php_string.h"
+#include "ext/standard/url.h"
+}

@@ -1,0 +1,264 @@
+#include "data/escape.h"
+#include "data/value_text.h"
+#include "php/memory.h"
+#include "php/time_limit.h"
+#include "rendering/element_walk.h"
+#include "template.h"
+#include "text/byte_scan.h"
+#include "text/text_cursor.h"
+
+// Rendering: the walk over the block tree, once per element inside dynamic blocks. All of it stands in one file so that
+// the compiler joins the small steps: a value costs a few nanoseconds, as much as two calls.
+
+namespace {
+
+[[gnu::always_inline]] inline void appendKey(TextCursor& sOutput, const ElementKey& oKey) {
+	if (oKey.sKey) {
+		sOutput.append(oKey.sPrinted);
+	} else {
+		sOutput.setEnd(writeInteger(sOutput.reserve(NUMBER_ROOM), static_cast<zend_long>(oKey.nIndex)));
+	}
+}
+
+/// Appends a value that is no string.
+void appendEscapedValue(TextBuffer& sOutput, Block::BLOCK_TYPE eType, const zval* phpVariable) {
+	switch (Z_TYPE_P(phpVariable)) {
+		case IS_NULL:
+		case IS_FALSE:
+		case IS_TRUE:
+		case IS_LONG:
+			appendValue(sOutput, phpVariable);
+			return;
+		case IS_DOUBLE:
+			// Only the plus sign of an exponent is ever escaped.
+			if (eType != Block::RAWURLENCODE) {
+				appendValue(sOutput, phpVariable);
+				return;
+			}
+			break;
+		default:
+			break;
+	}
+	OwnedString sText(convertToString(phpVariable));
+	throwIfPhpFailed();
+	appendEscaped(sOutput, eType, sText.get(), EscapeTime::RENDER);
+}
+
+} // namespace
+
+zend_string* Template::getResult() {
+	Block* oFirst = listBlocks.first();
+	if (!oFirst || (oFirst == listBlocks.last() && oFirst->getType() == Block::TEXT)) {
+		// Nothing was left for rendering: the text that analysis gathered is the result.
+		return call.sTexts.take();
+	}
+	call.sTexts.reserve(PADDING); // the texts in front of blocks are taken to be padded
+	call.sOutput.expect(2 * call.sTexts.size());
+	_getResult(listBlocks, nullptr, call.sOutput);
+	return call.sOutput.take();
+}
+
+/// Renders a body: once for each element, or once when it belongs to no dynamic block.
+void Template::_getResult(const BlockList& subBlockList, ElementWalk* oElements, TextBuffer& sText) {
+	checkStack();
+	const char* pTexts = call.sTexts.view().data();
+	TextCursor sOutput(sText);
+	size_t nStart = sOutput.size();
+	while (!oElements || oElements->next()) {
+		checkTimeLimit(); // often enough: a body without a loop renders in less time than its analysis took
+		size_t nRowStart = sOutput.size();
+		Block* oNext;
+		for (Block* oBlock = subBlockList.first(); oBlock; oBlock = oNext) {
+			std::string_view sBefore(pTexts + oBlock->oText.nStart, oBlock->oText.nLength);
+			oNext = oBlock->oNext;
+			switch (oBlock->getType()) {
+				case Block::VARIABLE:
+					_getResultVariable(static_cast<const MultiVariableBlock&>(*oBlock), sBefore, sOutput);
+					break;
+				case Block::ADDSLASHES:
+				case Block::HTMLENTITIES:
+				case Block::HTMLSPECIALCHARS:
+				case Block::RAWURLENCODE:
+					_getResultEscaped(static_cast<const VariableBlock&>(*oBlock), sBefore, sOutput);
+					break;
+				case Block::_OPTIONAL:
+				case Block::NOPTIONAL: {
+					const auto& oOptional = static_cast<const OptionalBlock&>(*oBlock);
+					sOutput.appendPadded(sBefore);
+					if (isShown(oOptional) && !oOptional.listSubBlocks.empty()) {
+						oNext = oOptional.listSubBlocks.first();
+					}
+					break;
+				}
+				case Block::DYNAMIC:
+				case Block::RDYNAMIC:
+					sOutput.appendPadded(sBefore);
+					sOutput.lend([&](TextBuffer& sLent) {
+						_getResultDynamic(static_cast<DynamicBlock&>(*oBlock), sLent);
+					});
+					break;
+				case Block::TEXT:
+					sOutput.appendPadded(sBefore);
+					break;
+				default:
+					ZEND_UNREACHABLE(); // no other kind is ever stored
+			}
+		}
+		if (!oElements) {
+			break;
+		}
+		// Rows are much alike: what the rest will take is known long before it comes. For a large page that is one move
+		// of the output instead of ten, and no more memory than the result itself.
+		if (oElements->isOutermost() && UNEXPECTED(sOutput.room() < 4 * (sOutput.size() - nRowStart))) {
+			size_t nRow = (sOutput.size() - nStart) / oElements->walked() + 1;
+			size_t nRest = nRow * oElements->left();
+			sOutput.lend([=](TextBuffer& sLent) { sLent.expect(nRest + nRest / 32 + 4 * nRow); });
+		}
+	}
+	sOutput.store();
+}
+
+/// Finds a value in the element that a dynamic block is rendering; null when there is none.
+inline const zval* Template::findDynamicValue(const DynamicReference& oReference) const {
+	switch (oReference.eTarget) {
+		case DynamicReference::COLUMN:
+			return PHPInterface::hashFindIn(*oReference.listIndexes, oReference.oDynamicBlock->phpValue);
+		case DynamicReference::PATH:
+			return findVariable(oReference.listIndexes, oReference.oDynamicBlock->phpValue);
+		default:
+			return nullptr;
+	}
+}
+
+// Strings are what nearly every tag prints. They are appended together with the text in front of the tag.
+
+[[gnu::always_inline]] inline void Template::_getResultVariable(const MultiVariableBlock& oBlock,
+																std::string_view sBefore, TextCursor& sOutput) {
+	const DynamicReference& oReference = oBlock.oReference;
+	if (oReference.eTarget == DynamicReference::KEY) {
+		const ElementKey& oKey = oReference.oDynamicBlock->phpKey;
+		if (EXPECTED(oKey.sKey)) {
+			sOutput.appendPadded(sBefore, oKey.sPrinted);
+		} else {
+			sOutput.appendPadded(sBefore);
+			appendKey(sOutput, oKey);
+		}
+		return;
+	}
+	const zval* phpVariable = findDynamicValue(oReference);
+	if (!phpVariable) {
+		sOutput.appendPadded(sBefore);
+		sOutput.lend([&](TextBuffer& sLent) { printAlternative(oBlock, sLent); });
+	} else if (EXPECTED(Z_TYPE_P(phpVariable) == IS_STRING)) {
+		sOutput.appendTill<byte_scan::Nul>(sBefore, Z_STR_P(phpVariable));
+	} else {
+		sOutput.appendPadded(sBefore);
+		appendValue(sOutput, phpVariable);
+	}
+}
+
+/// What finds nothing prints nothing here, not even the tag.
+[[gnu::always_inline]] inline void Template::_getResultEscaped(const VariableBlock& oBlock, std::string_view sBefore,
+															   TextCursor& sOutput) {
+	const DynamicReference& oReference = oBlock.oReference;
+	const zval* phpVariable = nullptr;
+	const zend_string* sFound = nullptr;
+	if (UNEXPECTED(oReference.eTarget == DynamicReference::KEY)) {
+		const ElementKey& oKey = oReference.oDynamicBlock->phpKey;
+		if (!oKey.sKey) {
+			// No escaping changes a digit or a minus sign.
+			sOutput.appendPadded(sBefore);
+			appendKey(sOutput, oKey);
+			return;
+		}
+		sFound = oKey.sKey;
+	} else {
+		phpVariable = findDynamicValue(oReference);
+		sFound = phpVariable && Z_TYPE_P(phpVariable) == IS_STRING ? Z_STR_P(phpVariable) : nullptr;
+	}
+	if (sFound && oBlock.getType() == Block::HTMLSPECIALCHARS) {
+		const char* pSpecial = sOutput.appendTill<byte_scan::HtmlSpecial>(sBefore, sFound);
+		const char* pEnd = ZSTR_VAL(sFound) + ZSTR_LEN(sFound);
+		if (pSpecial < pEnd) {
+			sOutput.lend([=](TextBuffer& sLent) { appendHtmlSpecialchars(sLent, pSpecial, pEnd); });
+		}
+		return;
+	}
+	sOutput.appendPadded(sBefore);
+	sOutput.lend([&](TextBuffer& sLent) {
+		if (sFound) {
+			appendEscaped(sLent, oBlock.getType(), sFound, EscapeTime::RENDER);
+		} else if (phpVariable) {
+			appendEscapedValue(sLent, oBlock.getType(), phpVariable);
+		}
+	});
+}
+
+/// Prints the first of the further alternatives that finds something, else the fallback text or the tag itself.
+void Template::printAlternative(const MultiVariableBlock& oBlock, TextBuffer& sOutput) const {
+	for (const Alternative* oTried = oBlock.listVariables.first(); oTried; oTried = oTried->oNext) {
+		checkTimeLimit();
+		switch (oTried->eKind) {
+			case Alternative::DYNAMIC_VALUE:
+				if (oTried->oReference.eTarget == DynamicReference::KEY) {
+					TextCursor sCursor(sOutput);
+					appendKey(sCursor, oTried->oReference.oDynamicBlock->phpKey);
+					sCursor.store();
+					return;
+				}
+				if (const zval* phpVariable = findDynamicValue(oTried->oReference)) {
+					appendValue(sOutput, phpVariable);
+					return;
+				}
+				break;
+			case Alternative::FOUND:
+				appendValue(sOutput, oTried->phpVariable);
+				return;
+			case Alternative::MALFORMED:
+				failReference(oTried->eError, oTried->sReference);
+		}
+	}
+	if (oBlock.bText) {
+		sOutput.append(oBlock.sText);
+	} else {
+		echoTag(sOutput, oBlock.sVariables);
+	}
+}
+
+/// Whether an optional section is shown. One that depends on a block that isn't there never is, not even when negated.
+inline bool Template::isShown(const OptionalBlock& oBlock) const {
+	const DynamicReference& oReference = oBlock.oReference;
+	bool bHolds;
+	switch (oReference.eTarget) {
+		case DynamicReference::NOTHING:
+			return false;
+		case DynamicReference::KEY:
+			bHolds = oBlock.oValue.equalsKey(oReference.oDynamicBlock->phpKey);
+			break;
+		default:
+			bHolds = checkIfOptionalIsVisible(findDynamicValue(oReference), oBlock.oValue);
+	}
+	return bHolds != (oBlock.getType() == Block::NOPTIONAL);
+}
+
+/// Finds the data of a block in the element of an enclosing block; null when there is none to walk.
+const zval* Template::findDynamicData(const DynamicBlock& oBlock) const {
+	const zval* phpVariable = findDynamicValue(oBlock.oReference);
+	if (!phpVariable || Z_TYPE_P(phpVariable) != IS_ARRAY) {
+		return nullptr;
+	}
+	const zval* phpNumVariable = zend_hash_str_find(Z_ARRVAL_P(phpVariable), ZEND_STRL("num"));
+	return phpNumVariable ? phpNumVariable : phpVariable;
+}
+
+void Template::_getResultDynamic(DynamicBlock& oBlock, TextBuffer& sOutput) {
+	const zval* phpData = oBlock.phpVariable ? oBlock.phpVariable : findDynamicData(oBlock);
+	const HashTable* oTable = phpData ? call.beginLoop(oBlock, phpData) : nullptr;
+	if (!oTable) {
+		return;
+	}
+	ElementWalk oElements(oBlock, oTable);
+	_getResult(oBlock.listSubBlocks, &oElements, sOutput);
+	call.endLoop();
+	throwIfPhpFailed();
+}
