@@ -4,15 +4,16 @@ PHP_ARG_ENABLE([template],
   [yes])
 
 if test "$PHP_TEMPLATE" != "no"; then
-  AC_MSG_CHECKING([for PHP 8.2 without thread safety])
-  template_api=$($PHP_CONFIG --phpapi)
-  if test "$template_api" != "20220829"; then
-    AC_MSG_ERROR([this PHP has module API $template_api: install php8.2-dev and use its phpize])
+  dnl Tested with PHP 8.2 to 8.6; what a later one changes can be seen by the suite only.
+  AC_MSG_CHECKING([for PHP 8.2 or later])
+  template_php=$($PHP_CONFIG --version)
+  template_php_number=$($PHP_CONFIG --vernum)
+  AC_MSG_RESULT([$template_php])
+  if test "$template_php_number" -lt 80200; then
+    AC_MSG_ERROR([this is PHP $template_php: template needs PHP 8.2 or later])
+  elif test "$template_php_number" -ge 80700; then
+    AC_MSG_WARN([PHP $template_php is newer than the last one that template was tested with, 8.6: run "make test"])
   fi
-  if test "$PHP_THREAD_SAFETY" = "yes"; then
-    AC_MSG_ERROR([this PHP is thread-safe: install a PHP 8.2 built without thread safety])
-  fi
-  AC_MSG_RESULT([yes])
 
   PHP_REQUIRE_CXX()
   PHP_CXX_COMPILE_STDCXX([20], [mandatory], [PHP_TEMPLATE_STDCXX])
@@ -21,6 +22,12 @@ if test "$PHP_TEMPLATE" != "no"; then
 
   dnl The compiler joins the files, so that each room can have its own and no step pays for a call: a tenth of the time.
   AC_LANG_PUSH([C++])
+  AC_MSG_CHECKING([for 64 bits])
+  AC_COMPILE_IFELSE([AC_LANG_PROGRAM([], [static_assert(sizeof(void*) == 8 && sizeof(long) == 8, "");])],
+    [AC_MSG_RESULT([yes])],
+    [AC_MSG_RESULT([no])
+     AC_MSG_ERROR([template needs a 64-bit system])])
+
   AC_MSG_CHECKING([for link-time optimisation])
   template_saved_flags=$CXXFLAGS
   CXXFLAGS="$CXXFLAGS -flto"
@@ -32,7 +39,7 @@ if test "$PHP_TEMPLATE" != "no"; then
     TEMPLATE_SHARED_LIBADD="$TEMPLATE_SHARED_LIBADD -Wc,$template_lto"
   fi
 
-  template_flags="$PHP_TEMPLATE_STDCXX $template_lto -I@ext_srcdir@/src -fvisibility=hidden -fvisibility-inlines-hidden -Wall -Wextra -Wformat -Werror=format-security"
+  template_flags="-DZEND_ENABLE_STATIC_TSRMLS_CACHE=1 $PHP_TEMPLATE_STDCXX $template_lto -I@ext_srcdir@/src -fvisibility=hidden -fvisibility-inlines-hidden -Wall -Wextra -Wformat -Werror=format-security"
   template_sources="src/call.cpp src/main.cpp \
     src/php/plain_file.cpp src/php/stack_guard.cpp src/php/warning.cpp \
     src/text/arena.cpp src/text/byte_scan.cpp src/text/number_text.cpp src/text/text_buffer.cpp \

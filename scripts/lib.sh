@@ -12,25 +12,27 @@ die() {
 
 [[ $root != *[[:space:]]* ]] || die "phpize can't build in a folder with white space in its name: $root"
 
-# The command of PHP 8.2 with this name: Debian's, which carries the version, or the plain one.
-php_command() {
-    type -P "$1"8.2 || type -P "$1"
-}
-
-is_php_82() {
-    [[ $("$1" -n -r 'echo PHP_MAJOR_VERSION, ".", PHP_MINOR_VERSION;') == 8.2 ]]
-}
-
-# Sets php, phpize and php_config, and sqlite: the options that load PDO's driver where it isn't built in.
+# Sets php, phpize, php_config and php_version ("8.4"): those of the PHP whose php-config the variable PHP_CONFIG names, or
+# of the machine's own. Sets php_package to what the names of its Debian packages begin with, or to nothing, and sqlite to
+# the options that load PDO's driver where it isn't built in.
 find_php() {
-    local extension
-    php=$(php_command php) && is_php_82 "$php" || return
+    local extension name
+    php_config=$(type -P "${PHP_CONFIG:-php-config}") || return
+    name=$(basename "$(realpath "$php_config")")
+    phpize=$(type -P "$(dirname "$php_config")/phpize${name#php-config}") || return
+    php=$("$php_config" --php-binary) && [[ -x $php ]] || return
+    php_version=$("$php_config" --version | cut -d. -f1,2)
+    php_package=
+    [[ ! -e /etc/debian_version || $name != "php-config$php_version" ]] || php_package=php$php_version
     sqlite=()
     for extension in pdo pdo_sqlite; do
         "$php" -n -m | grep -qix "$extension" || sqlite+=(-d "extension=$extension")
     done
-    [[ $("$php" -n "${sqlite[@]}" -m 2>/dev/null) == *pdo_sqlite* ]] || return
-    phpize=$(php_command phpize) && php_config=$(php_command php-config)
+}
+
+# The command of this PHP with the given name: Debian's, which carries the version, or the plain one.
+php_command() {
+    type -P "$1$php_version" || type -P "$1"
 }
 
 # Installs the given Debian packages.
@@ -53,21 +55,29 @@ install_packages() {
 # A command is installed from the package of its name.
 need_tools() {
     local missing=() command
-    find_php || missing+=(php8.2-cli php8.2-dev php8.2-sqlite3)
+    if ! find_php; then
+        [[ ! ${PHP_CONFIG-} ]] || die "PHP_CONFIG is $PHP_CONFIG, but there is no such php-config with its php and phpize"
+        missing+=(php-cli php-dev php-sqlite3)
+    elif [[ $php_package && $("$php" -n "${sqlite[@]}" -m 2>/dev/null) != *pdo_sqlite* ]]; then
+        missing+=("$php_package-sqlite3")
+    fi
     for command in g++ make "$@"; do
         type -P "$command" >/dev/null || missing+=("$command")
     done
     [[ ${#missing[@]} -eq 0 ]] || install_packages "${missing[@]}"
-    find_php || die "no PHP 8.2 with phpize and PDO's SQLite driver; set PATH so that php, phpize and php-config are found"
+    find_php || die "no php-config with its php and phpize; name one by the variable PHP_CONFIG"
 }
 
 # build VARIANT [VARIABLE=VALUE...] builds the module in build/VARIANT, unless it is up to date there,
-# and sets `module` to its path. The variables go to configure (CXXFLAGS, LDFLAGS).
+# and sets `module` to its path. The variables go to configure (CXXFLAGS, LDFLAGS),
+# and so do the words of CONFIGURE_OPTIONS, by which a build for another processor is asked for.
 # Nobody else builds or tests this variant until the calling script ends.
 build() {
-    local variant=$1 stamp sources
+    local variant=$1 stamp sources options
     local folder=$builds/$variant
     shift
+    read -ra options <<<"${CONFIGURE_OPTIONS-}"
+    set -- "${options[@]}" "$@"
     module=$folder/modules/template.so
     mkdir -p "$builds"
     exec {lock}>"$folder.lock"
