@@ -12,7 +12,7 @@ require toolRoot() . '/tool/autoload.php';
 
 use TemplateTool\Check\Checker;
 use TemplateTool\Check\Finding;
-use TemplateTool\Check\Kind;
+use TemplateTool\Syntax\Kind;
 use TemplateTool\Check\Options;
 
 folder();

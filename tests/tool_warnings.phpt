@@ -32,19 +32,19 @@ function compare(string $what, mixed $got, mixed $wanted): void
 [, $list] = tool('explain');
 $checked = 0;
 $examples = [];
-foreach (TemplateTool\Check\Catalogue::all() as $name => $warning) {
-    $options = isset($warning['security']) ? '--security' : '';
-    if (isset($warning['data'])) {
-        put(["data-$name.json" => json_encode($warning['data'])]);
+foreach (TemplateTool\Rules\Catalogue::all() as $name => $warning) {
+    $options = $warning->isSecurity ? '--security' : '';
+    if ($warning->data !== null) {
+        put(["data-$name.json" => json_encode($warning->data)]);
         $options = "--data data-$name.json";
     }
     $folder = 'f' . md5($options);
-    put(["$folder/$name.bad.tpl" => $warning['bad'], "$folder/$name.good.tpl" => $warning['good']]);
+    put(["$folder/$name.bad.tpl" => $warning->bad, "$folder/$name.good.tpl" => $warning->good]);
     $examples[$folder] = $options;
     $expected[$folder]["$name.bad.tpl"] = [$name];
     [$status, $text] = tool("explain $name");
-    $isWhole = $status === 0 && str_contains($text, $warning['why']) && str_contains($text, "\n    $warning[bad]\n")
-        && str_contains($text, "\n    $warning[good]\n") && str_contains($list, "  $warning[summary]\n");
+    $isWhole = $status === 0 && str_contains($text, $warning->why) && str_contains($text, "\n    $warning->bad\n")
+        && str_contains($text, "\n    $warning->good\n") && str_contains($list, "  $warning->summary\n");
     compare("explain $name", $isWhole, true);
     $checked++;
 }

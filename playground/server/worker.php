@@ -24,8 +24,10 @@ register_shutdown_function(static function (): void {
 $tool = dirname(__DIR__, 2) . '/tool';
 require "$tool/autoload.php";
 // Behind the lock below no class can be loaded.
-foreach ($job === 'check' ? scandir("$tool/src/Check") : [] as $file) {
-    class_exists('TemplateTool\Check\\' . basename($file, '.php'));
+foreach ($job === 'check' ? ['Syntax', 'Files', 'Rules', 'Check'] : [] as $room) {
+    foreach ([...glob("$tool/src/$room/*.php"), ...glob("$tool/src/$room/*/*.php")] as $file) {
+        class_exists('TemplateTool\\' . strtr(substr($file, strlen("$tool/src/"), -4), '/', '\\'));
+    }
 }
 $data = json_decode(file_get_contents("$folder/data.json"), true);
 

@@ -2,6 +2,14 @@
 
 namespace TemplateTool\Check;
 
+use TemplateTool\Files\Files;
+use TemplateTool\Files\Unreadable;
+use TemplateTool\Syntax\Context;
+use TemplateTool\Syntax\Document;
+use TemplateTool\Syntax\Engine;
+use TemplateTool\Syntax\Source;
+use TemplateTool\Syntax\TagReader;
+
 /**
  * Finds what is wrong in templates.
  *

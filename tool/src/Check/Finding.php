@@ -2,6 +2,8 @@
 
 namespace TemplateTool\Check;
 
+use TemplateTool\Syntax\Source;
+
 /** A problem that a check reports: what is wrong, and where. */
 final class Finding implements \JsonSerializable
 {

@@ -2,6 +2,10 @@
 
 namespace TemplateTool\Check;
 
+use TemplateTool\Syntax\Context;
+use TemplateTool\Syntax\Document;
+use TemplateTool\Syntax\Problem;
+
 /** Collects findings: each once, and only those that are wanted. */
 final class Findings
 {

@@ -2,6 +2,15 @@
 
 namespace TemplateTool\Check;
 
+use TemplateTool\Files\Files;
+use TemplateTool\Files\Unreadable;
+use TemplateTool\Syntax\Context;
+use TemplateTool\Syntax\Document;
+use TemplateTool\Syntax\Engine;
+use TemplateTool\Syntax\Kind;
+use TemplateTool\Syntax\Node;
+use TemplateTool\Syntax\Tag;
+
 /**
  * The structure of a template and of what it includes, as nested arrays for showing.
  *
@@ -83,7 +92,7 @@ final class Tree
     /** @return array{?string, ?string, list<array>} the path of the included file, a note, and its tree */
     private function included(Document $document, Node $node, Context $context): array
     {
-        $name = $this->walker->includedName($node->tag);
+        $name = $node->tag->includedName($this->data);
         if (isset($context->names[$name])) {
             return [null, 'a circle: this file is being read already', []];
         }

@@ -2,18 +2,29 @@
 
 namespace TemplateTool\Check;
 
+use TemplateTool\Files\Files;
+use TemplateTool\Files\Unreadable;
+use TemplateTool\Rules\RuleSet;
+use TemplateTool\Rules\View;
+use TemplateTool\Syntax\Context;
+use TemplateTool\Syntax\Document;
+use TemplateTool\Syntax\Engine;
+use TemplateTool\Syntax\Kind;
+use TemplateTool\Syntax\Node;
+use TemplateTool\Syntax\Problem;
+use TemplateTool\Syntax\Source;
+use TemplateTool\Syntax\TagReader;
+
 /** Follows includes, and finds what depends on how a document is reached. */
 final class Walker
 {
-    private const MOST_LINES = 12;
-
     /** @var array<string, Document> by path */
     private array $documents = [];
 
     /** @var array<string, true> documents and contexts that are done */
     private array $done = [];
 
-    private DataRules $dataRules;
+    private RuleSet $rules;
 
     /** @var array<string, true> the files that the check is about; what is wrong in them is no matter of includes */
     private array $targets = [];
@@ -25,7 +36,7 @@ final class Walker
         private Engine $engine,
         private TagReader $reader,
     ) {
-        $this->dataRules = new DataRules($engine, $options->data ?? []);
+        $this->rules = new RuleSet($options->off, $options->security, $options->data !== null);
     }
 
     /** @throws Unreadable */
@@ -60,7 +71,7 @@ final class Walker
         $paths = [];
         foreach ($document->nodes as $node) {
             if ($node->tag->kind === Kind::Include && $node->tag->complaint === null) {
-                $path = $this->files->find($this->includedName($node->tag), $document->source->name);
+                $path = $this->files->find($node->tag->includedName($this->options->data), $document->source->name);
                 if ($path !== null && is_file($path)) {
                     $paths[] = realpath($path);
                 }
@@ -77,20 +88,20 @@ final class Walker
             $this->done[$path] = true;
             $this->report($document, $context);
         }
-        $this->checkLoops($document, $context);
+        foreach ($this->rules->inView($this->view($document, $context)) as $problem) {
+            $this->findings->add($document, $problem, $context);
+        }
         foreach ($document->nodes as $node) {
-            if ($node->tag->complaint !== null) {
-                continue;
-            }
-            if ($node->tag->kind === Kind::Include) {
+            if ($node->tag->kind === Kind::Include && $node->tag->complaint === null) {
                 $this->include($document, $node, $context);
-            } elseif ($this->options->data !== null) {
-                foreach ($this->dataRules->problems($document, $node, $context) as $problem) {
-                    $this->findings->add($document, $problem, $context);
-                }
             }
         }
         $this->done[$key] = true;
+    }
+
+    private function view(Document $document, Context $context): View
+    {
+        return new View($document, $context, $this->engine, $this->options->data, $this->files);
     }
 
     /** Reports what is wrong with a document however it is reached. */
@@ -100,88 +111,23 @@ final class Walker
         foreach ($document->problems as $problem) {
             $this->findings->add($document, $problem, $way);
         }
-        foreach ($this->options->security ? (new SecurityRules())->problems($document) : [] as $node => $problem) {
-            $isNumber = $problem->name === 'unescaped-value' && $this->options->data !== null
-                && $this->dataRules->printsNumbers($document, $node, $context);
-            if (!$isNumber) {
-                $this->findings->add($document, $problem, $way);
-            }
+        foreach ($this->rules->inDocument($document) as $problem) {
+            $this->findings->add($document, $problem, $way);
         }
-    }
-
-    /** Reports each loop that isn't there once, with all the lines that refer to it. */
-    private function checkLoops(Document $document, Context $context): void
-    {
-        $missing = [];
-        foreach ($document->nodes as $node) {
-            foreach ($node->tag->complaint === null ? $node->tag->references : [] as $reference) {
-                if (!$reference->isPath() && !$context->hasLoop($document, $node, $reference->namespace)) {
-                    $missing[$reference->namespace][] = [$reference, $node->offset + $reference->offset];
-                }
-            }
-        }
-        foreach ($missing as $name => $places) {
-            [[$reference, $offset]] = $places;
-            $isOutside = (string) $name === '';
-            $this->findings->add($document, new Problem(
-                $isOutside ? 'outside-loop' : 'unknown-loop',
-                $isOutside
-                    ? "\"$reference->text\" stands outside of every loop, so it finds nothing"
-                    : "\"$reference->text\" finds nothing: no loop around it is named \"$name\"",
-                $offset,
-                strlen($reference->text),
-                $this->loopNotes($document, $context, array_slice($places, 1))
-            ), $context);
-        }
-    }
-
-    /** @return list<string> */
-    private function loopNotes(Document $document, Context $context, array $more): array
-    {
-        $lines = [];
-        foreach ($more as [, $offset]) {
-            $lines[$document->source->position($offset)[0]] = true;
-        }
-        $shown = implode(', ', array_slice(array_keys($lines), 0, self::MOST_LINES));
-        $notes = [];
-        if ($more) {
-            $count = count($more) === 1 ? 'so does one more reference' : 'so do ' . count($more) . ' more references';
-            $notes[] = "$count, in line" . (count($lines) === 1 ? '' : 's') . " $shown"
-                . (count($lines) > self::MOST_LINES ? ' and further down' : '');
-        }
-        if (!$context->isIncluded()) {
-            $notes[] = 'if this template is included inside such a loop, check the one that includes it, or the folder';
-        }
-        return $notes;
     }
 
     private function include(Document $document, Node $node, Context $context): void
     {
         $tag = $node->tag;
-        $name = $this->includedName($tag);
-        if ($this->options->security && $this->isFromData($tag, $name, $context)) {
-            $message = "the data decides which file is included: \"$tag->argument\" may name any file that PHP may read";
-            $this->warn($document, $node, $context, 'include-from-data', $message);
-        }
+        $name = $tag->includedName($this->options->data);
         if (isset($context->names[$name])) {
             $this->fail($document, $node, $context, $this->engine->circleComplaint($tag));
             return;
         }
         $path = $this->files->find($name, $context->page);
-        if ($path === null) {
-            // A path into the data: what it holds isn't known here.
-            $isUnknown = $this->options->data === null && str_contains($name, '::');
-            if ($name !== '' && !$isUnknown && !Files::isStream($name)) {
-                $message = "there is no file \"$name\" in the include path, so nothing is included";
-                $beside = dirname($document->source->name);
-                $notes = $document->source->path !== '' && is_file("$beside/$name")
-                    ? ["it lies beside this template, where it isn't looked for without --include-path $beside"]
-                    : [];
-                $this->warn($document, $node, $context, 'missing-include', $message, $notes);
-            }
-        } elseif (is_dir($path)) {
+        if ($path !== null && is_dir($path)) {
             $this->fail($document, $node, $context, $this->engine->fileComplaint($path));
-        } else {
+        } elseif ($path !== null) {
             $this->follow($document, $node, $context, $path, $name);
         }
     }
@@ -192,7 +138,9 @@ final class Walker
             $included = $this->open($path);
         } catch (Unreadable $problem) {
             $message = 'the included file can\'t be checked: ' . $problem->getMessage();
-            $this->warn($document, $node, $context, 'missing-include', $message);
+            $offset = $node->offset + $node->tag->argumentOffset;
+            $problem = new Problem('missing-include', $message, $offset, strlen($node->tag->argument));
+            $this->findings->add($document, $problem, $context);
             return;
         }
         $inside = $context->through($document, $node, $name, $this->options->data !== null);
@@ -201,41 +149,11 @@ final class Walker
         }
     }
 
-    /** The name of the file that an include tag asks for: the data may hold it under the argument. */
-    public function includedName(Tag $tag): string
-    {
-        $found = $this->options->data === null ? null : $tag->references[0]->find($this->options->data);
-        return $found && is_string($found[0]) ? $found[0] : $tag->argument;
-    }
-
-    private function isFromData(Tag $tag, string $name, Context $context): bool
-    {
-        if ($this->options->data !== null) {
-            return $name !== $tag->argument || $tag->references[0]->find($this->options->data) === [$name];
-        }
-        // A name without a dot is hardly that of a file.
-        return str_contains($name, '::')
-            || (!str_contains($name, '.') && $this->files->find($name, $context->page) === null);
-    }
-
     private function fail(Document $document, Node $node, Context $context, ?string $complaint): void
     {
         if ($complaint !== null) {
             $problem = new Problem(null, $complaint, $node->offset, strlen($node->tag->source));
             $this->findings->add($document, $problem, $context);
         }
-    }
-
-    private function warn(
-        Document $document,
-        Node $node,
-        Context $context,
-        string $name,
-        string $message,
-        array $notes = []
-    ): void {
-        $offset = $node->offset + $node->tag->argumentOffset;
-        $problem = new Problem($name, $message, $offset, strlen($node->tag->argument), $notes);
-        $this->findings->add($document, $problem, $context);
     }
 }

@@ -11,12 +11,12 @@ use Symfony\Component\Console\Input\InputInterface;
 use Symfony\Component\Console\Input\InputOption;
 use Symfony\Component\Console\Output\ConsoleOutputInterface;
 use Symfony\Component\Console\Output\OutputInterface;
-use TemplateTool\Check\Catalogue;
 use TemplateTool\Check\Checker;
-use TemplateTool\Check\Files;
 use TemplateTool\Check\Options;
+use TemplateTool\Files\Files;
 use TemplateTool\Report\Paint;
 use TemplateTool\Report\Report;
+use TemplateTool\Rules\Catalogue;
 
 final class CheckCommand extends Command
 {

@@ -5,7 +5,7 @@ namespace TemplateTool\Console;
 use Symfony\Component\Console\Command\Command;
 use Symfony\Component\Console\Input\InputInterface;
 use Symfony\Component\Console\Input\InputOption;
-use TemplateTool\Check\Files;
+use TemplateTool\Files\Files;
 
 /** The data that a command is given: from a JSON file, a PHP file, and single values of the command line. */
 final class Data

@@ -8,8 +8,9 @@ use Symfony\Component\Console\Completion\CompletionSuggestions;
 use Symfony\Component\Console\Input\InputArgument;
 use Symfony\Component\Console\Input\InputInterface;
 use Symfony\Component\Console\Output\OutputInterface;
-use TemplateTool\Check\Catalogue;
 use TemplateTool\Report\Paint;
+use TemplateTool\Rules\Catalogue;
+use TemplateTool\Rules\Warning;
 
 final class ExplainCommand extends Command
 {
@@ -47,7 +48,7 @@ final class ExplainCommand extends Command
         foreach ($this->groups() as $title => $group) {
             $text .= ($text === '' ? '' : "\n") . $paint($title, '', 'bold') . "\n";
             foreach ($group as $name => $warning) {
-                $text .= '  ' . $paint(str_pad($name, $width), 'yellow') . "  $warning[summary]\n";
+                $text .= '  ' . $paint(str_pad($name, $width), 'yellow') . "  $warning->summary\n";
             }
         }
         return $text;
@@ -58,24 +59,24 @@ final class ExplainCommand extends Command
         $groups = ['Always' => [], 'With --security' => [], 'With sample data' => []];
         foreach (Catalogue::all() as $name => $warning) {
             $groups[match (true) {
-                isset($warning['security']) => 'With --security',
-                isset($warning['data']) => 'With sample data',
+                $warning->isSecurity => 'With --security',
+                $warning->data !== null => 'With sample data',
                 default => 'Always',
             }][$name] = $warning;
         }
         return $groups;
     }
 
-    private function one(string $name, array $warning, Paint $paint): string
+    private function one(string $name, Warning $warning, Paint $paint): string
     {
-        $text = $paint($name, 'yellow', 'bold') . ": $warning[summary]\n\n$warning[why]\n\n"
-            . $paint('Instead of', '', 'bold') . "\n\n    $warning[bad]\n\n"
-            . $paint('write', '', 'bold') . "\n\n    $warning[good]\n";
-        if (isset($warning['security'])) {
+        $text = $paint($name, 'yellow', 'bold') . ": $warning->summary\n\n$warning->why\n\n"
+            . $paint('Instead of', '', 'bold') . "\n\n    $warning->bad\n\n"
+            . $paint('write', '', 'bold') . "\n\n    $warning->good\n";
+        if ($warning->isSecurity) {
             $text .= "\nOnly \"template check --security\" looks for this.\n";
         }
-        if (isset($warning['data'])) {
-            $json = json_encode($warning['data'], JSON_UNESCAPED_SLASHES);
+        if ($warning->data !== null) {
+            $json = json_encode($warning->data, JSON_UNESCAPED_SLASHES);
             $text .= "\nOnly \"template check --data\" looks for this. The data of the example: $json\n";
         }
         return $text;

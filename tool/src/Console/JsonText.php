@@ -2,7 +2,7 @@
 
 namespace TemplateTool\Console;
 
-use TemplateTool\Check\Source;
+use TemplateTool\Syntax\Source;
 
 /** Decodes JSON, and knows where it is broken, which PHP's own functions don't tell. */
 final class JsonText

@@ -4,7 +4,7 @@ namespace TemplateTool\Console;
 
 use Symfony\Component\Console\Command\Command;
 use Symfony\Component\Console\Input\InputOption;
-use TemplateTool\Check\Catalogue;
+use TemplateTool\Rules\Catalogue;
 
 /** The man page, made from what the commands say about themselves. */
 final class ManPage
@@ -30,8 +30,8 @@ final class ManPage
         }
         $page .= ".SH WARNINGS\n" . self::text('What "template check" warns about. "template explain" tells more.');
         foreach (Catalogue::all() as $name => $warning) {
-            $condition = isset($warning['security']) ? ' (with --security)' : '';
-            $page .= ".TP\n.B " . self::escape($name) . "\n" . self::escape($warning['summary'] . $condition) . "\n";
+            $condition = $warning->isSecurity ? ' (with --security)' : '';
+            $page .= ".TP\n.B " . self::escape($name) . "\n" . self::escape($warning->summary . $condition) . "\n";
         }
         return $page . ".SH OPTIONS\n" . self::text('All commands know --help, --quiet, --ansi and --no-ansi.')
             . ".SH EXIT STATUS\n"

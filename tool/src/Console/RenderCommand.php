@@ -7,7 +7,7 @@ use Symfony\Component\Console\Input\InputArgument;
 use Symfony\Component\Console\Input\InputInterface;
 use Symfony\Component\Console\Input\InputOption;
 use Symfony\Component\Console\Output\OutputInterface;
-use TemplateTool\Check\Files;
+use TemplateTool\Files\Files;
 
 final class RenderCommand extends Command
 {

@@ -4,8 +4,8 @@ namespace TemplateTool\Console;
 
 use TemplateTool\Check\Checker;
 use TemplateTool\Check\Finding;
-use TemplateTool\Check\Files;
 use TemplateTool\Check\Options;
+use TemplateTool\Files\Files;
 use TemplateTool\Report\Paint;
 use TemplateTool\Report\Text;
 

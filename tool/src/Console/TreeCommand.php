@@ -11,7 +11,7 @@ use Symfony\Component\Console\Input\InputOption;
 use Symfony\Component\Console\Output\OutputInterface;
 use TemplateTool\Check\Checker;
 use TemplateTool\Check\Options;
-use TemplateTool\Check\Unreadable;
+use TemplateTool\Files\Unreadable;
 use TemplateTool\Report\Paint;
 use TemplateTool\Report\Report;
 use TemplateTool\Report\TreeText;

@@ -2,7 +2,7 @@
 
 namespace TemplateTool\Report;
 
-use TemplateTool\Check\Reference;
+use TemplateTool\Syntax\Reference;
 
 /** The structure of a template for people: a tree with the line of each tag, and what is known about it. */
 final class TreeText

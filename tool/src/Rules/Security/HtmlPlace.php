@@ -1,6 +1,6 @@
 <?php
 
-namespace TemplateTool\Check;
+namespace TemplateTool\Rules\Security;
 
 /** Follows HTML text and knows what kind of place it has come to. */
 final class HtmlPlace

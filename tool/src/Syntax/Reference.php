@@ -1,6 +1,6 @@
 <?php
 
-namespace TemplateTool\Check;
+namespace TemplateTool\Syntax;
 
 /** A reference that the engine has accepted, and what it consists of. */
 final class Reference implements \JsonSerializable

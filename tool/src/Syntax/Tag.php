@@ -1,6 +1,6 @@
 <?php
 
-namespace TemplateTool\Check;
+namespace TemplateTool\Syntax;
 
 /** One tag by itself, wherever it stands. Offsets count from its opening brace. */
 final class Tag
@@ -20,9 +20,6 @@ final class Tag
     /** The name of a loop. */
     public string $name = '';
 
-    /** @var list<array{string, string, int, int}> warnings: name, message, offset, length */
-    public array $remarks = [];
-
     /**
      * $source: as it is written, braces included; a tag that swallows the rest or is cut off has no closing one.
      * $text: what the engine takes for its content.
@@ -36,5 +33,12 @@ final class Tag
         public readonly bool $swallows,
         public readonly bool $isCutOff,
     ) {
+    }
+
+    /** The name of the file that an include tag asks for: the data may hold it under the argument. */
+    public function includedName(?array $data): string
+    {
+        $found = $data === null ? null : $this->references[0]->find($data);
+        return $found && is_string($found[0]) ? $found[0] : $this->argument;
     }
 }

@@ -1,8 +1,8 @@
 <?php
 
-namespace TemplateTool\Check;
+namespace TemplateTool\Syntax;
 
-/** A template cut into tags and nested, with all that is wrong in it wherever it is used. */
+/** A template cut into tags and nested, with all that the engine says against it wherever it is used. */
 final class Document
 {
     // A tag as the engine's reader finds it: "{{" and a brace before a blank or at the end are text, and a tag ends at
@@ -15,7 +15,13 @@ final class Document
     /** @var list<Node> in the order of the text; closing tags are no nodes */
     public array $nodes = [];
 
-    /** @var list<Problem> */
+    /** @var list<Tag> all tags in the order of the text, closing ones too */
+    public array $tags = [];
+
+    /** @var list<int> where each of them begins */
+    public array $offsets = [];
+
+    /** @var list<Problem> what the engine says against it */
     public array $problems = [];
 
     /** @var list<int> the numbers of the blocks that are open */
@@ -41,7 +47,8 @@ final class Document
                 $written .= '{';
             }
             $tag = $reader->read($written);
-            $this->remark($tag, $start);
+            $this->tags[] = $tag;
+            $this->offsets[] = $start;
             if ($tag->kind->isEnd()) {
                 $this->close($tag, $start);
                 continue;
@@ -199,13 +206,5 @@ final class Document
     private function report(string $message, int $offset, int $length, array $notes = []): void
     {
         $this->problems[] = new Problem(null, $message, $offset, $length, $notes);
-    }
-
-    private function remark(Tag $tag, int $start): void
-    {
-        foreach ($tag->remarks as [$name, $message, $offset, $length]) {
-            $notes = $name === 'brace-in-tag' ? ["the \"{\" is at {$this->place($start + $length)}"] : [];
-            $this->problems[] = new Problem($name, $message, $start + $offset, $length, $notes);
-        }
     }
 }

@@ -1,6 +1,6 @@
 <?php
 
-namespace TemplateTool\Check;
+namespace TemplateTool\Syntax;
 
 /** The kinds of tags; the value is the keyword. */
 enum Kind: string

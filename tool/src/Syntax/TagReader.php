@@ -1,6 +1,6 @@
 <?php
 
-namespace TemplateTool\Check;
+namespace TemplateTool\Syntax;
 
 /** Turns the text of a tag into what is known about it. The engine judges; the same text is judged once. */
 final class TagReader
@@ -15,11 +15,8 @@ final class TagReader
     /** @var array<string, ?string> */
     private array $endings = [];
 
-    private TagRules $rules;
-
     public function __construct(private Engine $engine)
     {
-        $this->rules = new TagRules();
     }
 
     /** $source: a tag as Document cuts it. */
@@ -69,7 +66,6 @@ final class TagReader
         if ($tag->complaint === null) {
             $this->takeApart($tag);
         }
-        $tag->remarks = $this->rules->remarks($tag);
         return $tag;
     }
 

@@ -1,6 +1,8 @@
 <?php
 
-namespace TemplateTool\Check;
+namespace TemplateTool\Files;
+
+use TemplateTool\Syntax\Source;
 
 /** Finds and reads template files. */
 final class Files

@@ -1,6 +1,6 @@
 <?php
 
-namespace TemplateTool\Check;
+namespace TemplateTool\Syntax;
 
 /** A tag at its place in a document. Parents are given by their number: deep nesting must not make deep structures. */
 final class Node

@@ -1,6 +1,6 @@
 <?php
 
-namespace TemplateTool\Check;
+namespace TemplateTool\Syntax;
 
 /**
  * Asks the engine. It reads no files: texts that come here hold no include tag that leads to one.

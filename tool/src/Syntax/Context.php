@@ -1,6 +1,6 @@
 <?php
 
-namespace TemplateTool\Check;
+namespace TemplateTool\Syntax;
 
 /** How a document is reached: through which include tags, and inside which blocks. */
 final class Context

@@ -1,0 +1,51 @@
+<?php
+
+namespace TemplateTool\Rules\Tags;
+
+use TemplateTool\Rules\TagRule;
+use TemplateTool\Rules\Warning;
+use TemplateTool\Syntax\Kind;
+use TemplateTool\Syntax\Problem;
+use TemplateTool\Syntax\Tag;
+
+final class MisspeltKeyword implements TagRule
+{
+    public static function warnings(): array
+    {
+        return [
+            new Warning(
+                name: 'misspelt-keyword',
+                summary: 'a word that looks like a keyword with a slip in it',
+                why: <<<'TEXT'
+                    A tag that begins with no keyword is a plain tag. It prints the first of its references that
+                    exists, so a misspelt escaping tag prints the value without escaping it. Keywords are written in
+                    lower case.
+                    TEXT,
+                bad: '<p>{htmlspecialchar user::name}</p>',
+                good: '<p>{htmlspecialchars user::name}</p>',
+            ),
+        ];
+    }
+
+    public function inTag(Tag $tag): iterable
+    {
+        if ($tag->kind !== Kind::Plain || !preg_match('~^[!/]?[a-z]{5,20}(?![^\s}])~i', $tag->argument, $match)) {
+            return;
+        }
+        [$word] = $match;
+        $isEnd = $word[0] === '/';
+        if (!$isEnd && $word === $tag->argument) {
+            return;
+        }
+        // "options" is a likely name and no slip; what begins with a slash is no likely name.
+        $distance = $isEnd ? 3 : (strlen($word) < 10 ? 1 : 2);
+        foreach (Kind::cases() as $kind) {
+            $keyword = $kind->value;
+            if ($keyword !== '' && $kind->isEnd() === $isEnd && levenshtein(strtolower($word), $keyword) <= $distance) {
+                $message = "\"$word\" is no keyword, so this prints a value of that name; is \"$keyword\" meant?";
+                yield new Problem('misspelt-keyword', $message, $tag->argumentOffset, strlen($word));
+                return;
+            }
+        }
+    }
+}
