@@ -10,6 +10,78 @@ die() {
     exit 1
 }
 
+# refuse MESSAGE ends the script because of its command line.
+refuse() {
+    echo "$(basename "$0"): $*; scripts/$(basename "$0") --help tells more" >&2
+    exit 2
+}
+
+# take_arguments OPTIONS MOST ARGUMENT... reads a script's command line. OPTIONS are parted by blanks; one that ends
+# with = has a value. Sets `option`, a map from the options that were given to their values ("yes" for those without),
+# and the list `arguments` of at most MOST words. --help prints the comment at the head of the script.
+declare -A option=()
+arguments=()
+# shellcheck disable=SC2034  # the scripts read what this sets
+take_arguments() {
+    local known=" $1 " most=$2 name value
+    shift 2
+    while [[ $# -gt 0 ]]; do
+        name=${1%%=*} value=yes
+        if [[ $1 == --help ]]; then
+            sed -n '2,/^[^#]/ { /^# shellcheck/d; s/^# \{0,1\}//p }' "$0"
+            exit
+        elif [[ $1 != -* ]]; then
+            arguments+=("$1")
+        elif [[ $name =~ ^--[a-z-]+$ && $known == *" $name= "* ]]; then
+            if [[ $1 == *=* ]]; then
+                value=${1#*=}
+            else
+                value=${2-}
+                [[ $# -eq 1 ]] || shift
+            fi
+            [[ $value && $value != -* ]] || refuse "$name needs a value"
+            option[$name]=$value
+        elif [[ $1 =~ ^--[a-z-]+$ && $known == *" $1 "* ]]; then
+            option[$name]=yes
+        else
+            refuse "there is no option $1"
+        fi
+        shift
+    done
+    [[ ${#arguments[@]} -le $most ]] || refuse "\"${arguments[most]}\" is one argument too many"
+}
+
+# patiently WHAT COMMAND... runs the command, and says what takes so long when ten seconds have gone by.
+patiently() {
+    local what=$1 status=0 never clock
+    shift
+    exec {never}<> <(:)
+    { read -rt 10 -u "$never" || echo "$what ..."; } &
+    clock=$!
+    "$@" || status=$?
+    { kill "$clock" && wait "$clock"; } 2>/dev/null || true
+    exec {never}<&-
+    return "$status"
+}
+
+# scratch_folder NAME makes a folder for this run alone and sets `scratch` to it. It goes when the script ends; what a
+# script left that was killed goes now.
+scratch_folder() {
+    local name=$1 old held
+    mkdir -p "$builds/scratch"
+    for old in "$builds/scratch/$name".*; do
+        [[ -d $old ]] || continue
+        exec {held}>"$old.lock"
+        ! flock --nonblock "$held" || rm -rf --one-file-system "$old" "$old.lock"
+        exec {held}>&-
+    done
+    scratch=$(mktemp -d "$builds/scratch/$name.XXXXXX")
+    exec {held}>"$scratch.lock"
+    flock "$held"
+    trap 'rm -rf --one-file-system "$scratch" "$scratch.lock"' EXIT
+    trap 'exit 1' HUP INT TERM
+}
+
 [[ $root != *[[:space:]]* ]] || die "phpize can't build in a folder with white space in its name: $root"
 
 # Sets php, phpize, php_config and php_version ("8.4"): those of the PHP whose php-config the variable PHP_CONFIG names, or
@@ -43,12 +115,16 @@ install_packages() {
         type -P sudo >/dev/null || die "these are missing; as root, run: apt-get install $*"
         as_root=(sudo)
     fi
-    echo "Installing $* ..."
     mkdir -p "$builds"
+    exec {apt_lock}>"$builds/apt.lock"
+    patiently "Waiting for another installation" flock "$apt_lock"
+    echo "Installing $* ..."
     {
         "${as_root[@]}" apt-get update || true
-        "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "$@"
+        "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+            apt-get -o DPkg::Lock::Timeout=600 install -y --no-install-recommends -- "$@"
     } >"$builds/apt.log" 2>&1 || die "apt-get could not install $*; the reason is in $builds/apt.log"
+    exec {apt_lock}>&-
 }
 
 # Sees to it that the machine has what a build needs, and the commands that are given besides.
@@ -71,7 +147,7 @@ need_tools() {
 # build VARIANT [VARIABLE=VALUE...] builds the module in build/VARIANT, unless it is up to date there,
 # and sets `module` to its path. The variables go to configure (CXXFLAGS, LDFLAGS),
 # and so do the words of CONFIGURE_OPTIONS, by which a build for another processor is asked for.
-# Nobody else builds or tests this variant until the calling script ends.
+# Nobody else builds this variant until the calling script ends; others may use it meanwhile.
 build() {
     local variant=$1 stamp sources options
     local folder=$builds/$variant
@@ -81,11 +157,14 @@ build() {
     module=$folder/modules/template.so
     mkdir -p "$builds"
     exec {lock}>"$folder.lock"
-    flock --nonblock "$lock" || { echo "Waiting for another run ..." && flock "$lock"; }
+    patiently "Waiting for another run" flock "$lock"
 
     mapfile -t sources < <(cd "$root" && find config.m4 src -name '*.m4' -o -name '*.cpp' -o -name '*.h' | sort)
     stamp=$({ "$php" -n -v && echo "$@" && cd "$root" && sha256sum "${sources[@]}"; } | sha256sum)
-    [[ ! -e $module || $(cat "$folder/stamp" 2>/dev/null) != "$stamp" ]] || return 0
+    if [[ -e $module && $(cat "$folder/stamp" 2>/dev/null) == "$stamp" ]]; then
+        flock --shared "$lock"
+        return
+    fi
 
     echo "Building ..."
     rm -rf "$folder"
@@ -94,4 +173,5 @@ build() {
     (cd "$folder" && "$phpize" && ./configure --enable-template --with-php-config="$php_config" "$@" && make -j"$(nproc)") \
         >"$folder.log" 2>&1 || { tail -n 20 "$folder.log" >&2 && die "the build failed; all of it is in $folder.log"; }
     echo "$stamp" >"$folder/stamp"
+    flock --shared "$lock"
 }
