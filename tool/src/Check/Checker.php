@@ -6,9 +6,8 @@ use TemplateTool\Files\Files;
 use TemplateTool\Files\Unreadable;
 use TemplateTool\Syntax\Context;
 use TemplateTool\Syntax\Document;
-use TemplateTool\Syntax\Engine;
+use TemplateTool\Syntax\Documents;
 use TemplateTool\Syntax\Source;
-use TemplateTool\Syntax\TagReader;
 
 /**
  * Finds what is wrong in templates.
@@ -23,8 +22,6 @@ use TemplateTool\Syntax\TagReader;
  */
 final class Checker
 {
-    private Engine $engine;
-    private TagReader $reader;
     private Files $files;
 
     /** @var list<string> why files could not be checked, one line each */
@@ -33,11 +30,18 @@ final class Checker
     /** @var array<string, Source> */
     private array $sources = [];
 
-    public function __construct(private Options $options = new Options())
-    {
-        $this->engine = new Engine();
-        $this->reader = new TagReader($this->engine);
-        $this->files = new Files($options->includePath);
+    /**
+     * $documents: to be shared by checkers that follow each other, so that nothing is cut twice.
+     * $texts: those that count in place of what is in the files, by path with all links resolved.
+     *
+     * @param array<string, string> $texts
+     */
+    public function __construct(
+        private Options $options = new Options(),
+        private Documents $documents = new Documents(),
+        array $texts = [],
+    ) {
+        $this->files = new Files($options->includePath, $texts);
     }
 
     /**
@@ -49,7 +53,7 @@ final class Checker
     {
         $findings = new Findings($this->options);
         $walker = $this->walker($findings);
-        $walker->walk($this->document($text, $name), Context::top([$text]));
+        $walker->walk($this->documents->of(new Source($name, $text)), Context::top([$text]));
         $this->sources = $walker->sources();
         return $findings->sorted();
     }
@@ -93,8 +97,8 @@ final class Checker
     public function treeOfText(string $text, string $name = 'template'): array
     {
         $walker = $this->walker(new Findings($this->options));
-        $tree = new Tree($this->engine, $walker, $this->files, $this->options->data);
-        return $tree->of($this->document($text, $name), Context::top([$text]));
+        $tree = new Tree($this->documents->engine, $walker, $this->files, $this->options->data);
+        return $tree->of($this->documents->of(new Source($name, $text)), Context::top([$text]));
     }
 
     /**
@@ -106,7 +110,7 @@ final class Checker
     {
         $walker = $this->walker(new Findings($this->options));
         $document = $walker->open($path);
-        $tree = new Tree($this->engine, $walker, $this->files, $this->options->data);
+        $tree = new Tree($this->documents->engine, $walker, $this->files, $this->options->data);
         return $tree->of($document, Context::top($this->files->namesOf($document->source->path), $path));
     }
 
@@ -128,13 +132,8 @@ final class Checker
         return $this->unreadable;
     }
 
-    private function document(string $text, string $name): Document
-    {
-        return new Document(new Source($name, $text), $this->engine, $this->reader);
-    }
-
     private function walker(Findings $findings): Walker
     {
-        return new Walker($this->options, $findings, $this->files, $this->engine, $this->reader);
+        return new Walker($this->options, $findings, $this->files, $this->documents);
     }
 }

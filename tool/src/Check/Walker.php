@@ -8,12 +8,11 @@ use TemplateTool\Rules\RuleSet;
 use TemplateTool\Rules\View;
 use TemplateTool\Syntax\Context;
 use TemplateTool\Syntax\Document;
-use TemplateTool\Syntax\Engine;
+use TemplateTool\Syntax\Documents;
 use TemplateTool\Syntax\Kind;
 use TemplateTool\Syntax\Node;
 use TemplateTool\Syntax\Problem;
 use TemplateTool\Syntax\Source;
-use TemplateTool\Syntax\TagReader;
 
 /** Follows includes, and finds what depends on how a document is reached. */
 final class Walker
@@ -33,8 +32,7 @@ final class Walker
         private Options $options,
         private Findings $findings,
         private Files $files,
-        private Engine $engine,
-        private TagReader $reader,
+        private Documents $store,
     ) {
         $this->rules = new RuleSet($options->off, $options->security, $options->data !== null);
     }
@@ -43,7 +41,7 @@ final class Walker
     public function open(string $path): Document
     {
         $key = realpath($path) ?: $path;
-        return $this->documents[$key] ??= new Document($this->files->read($path), $this->engine, $this->reader);
+        return $this->documents[$key] ??= $this->store->of($this->files->read($path));
     }
 
     /** @throws Unreadable */
@@ -101,7 +99,7 @@ final class Walker
 
     private function view(Document $document, Context $context): View
     {
-        return new View($document, $context, $this->engine, $this->options->data, $this->files);
+        return new View($document, $context, $this->store->engine, $this->options->data, $this->files);
     }
 
     /** Reports what is wrong with a document however it is reached. */
@@ -121,12 +119,12 @@ final class Walker
         $tag = $node->tag;
         $name = $tag->includedName($this->options->data);
         if (isset($context->names[$name])) {
-            $this->fail($document, $node, $context, $this->engine->circleComplaint($tag));
+            $this->fail($document, $node, $context, $this->store->engine->circleComplaint($tag));
             return;
         }
         $path = $this->files->find($name, $context->page);
         if ($path !== null && is_dir($path)) {
-            $this->fail($document, $node, $context, $this->engine->fileComplaint($path));
+            $this->fail($document, $node, $context, $this->store->engine->fileComplaint($path));
         } elseif ($path !== null) {
             $this->follow($document, $node, $context, $path, $name);
         }

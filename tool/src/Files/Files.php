@@ -15,8 +15,13 @@ final class Files
     /** @var array<string, true> */
     private array $looked = [];
 
-    /** @param list<string> $includePath as in Options */
-    public function __construct(private array $includePath)
+    /**
+     * $includePath: as in Options. $texts: as in Checker.
+     *
+     * @param list<string> $includePath
+     * @param array<string, string> $texts
+     */
+    public function __construct(private array $includePath, private array $texts = [])
     {
     }
 
@@ -81,24 +86,29 @@ final class Files
         return $offset === false ? null : "not a text file: there is a NUL byte at offset $offset";
     }
 
+    private static function sizeProblem(int $bytes): ?string
+    {
+        $sizes = [$bytes / 1e6, self::LARGEST / 1e6];
+        return $bytes > self::LARGEST ? vsprintf('too large for a template: %.1f MB; the limit is %.1f MB', $sizes) : null;
+    }
+
     /** @throws Unreadable */
     public function read(string $path): Source
     {
-        $problem = self::problem($path) ?? match (true) {
+        $real = realpath($path) ?: $path;
+        $text = $this->texts[$real] ?? null;
+        $problem = match (true) {
+            $text !== null => self::sizeProblem(strlen($text)),
+            self::problem($path) !== null => self::problem($path),
             !is_file($path) => 'not a plain file',
-            filesize($path) > self::LARGEST => sprintf(
-                'too large for a template: %.1f MB; the limit is %.1f MB',
-                filesize($path) / 1e6,
-                self::LARGEST / 1e6
-            ),
-            default => null,
+            default => self::sizeProblem((int) filesize($path)),
         };
-        $text = $problem === null ? @file_get_contents($path) : '';
+        $text ??= $problem === null ? @file_get_contents($path) : '';
         $problem ??= $text === false ? 'reading failed' : self::textProblem($text);
         if ($problem !== null) {
             throw new Unreadable("$path: $problem");
         }
-        return new Source($path, $text, realpath($path) ?: $path);
+        return new Source($path, $text, $real);
     }
 
     /** @return list<string> the include path for a page */
@@ -123,7 +133,7 @@ final class Files
         foreach ($isFixed ? [''] : $folders as $folder) {
             $path = $isFixed ? $name : preg_replace('~^(?:\./+)+~', '', rtrim($folder, '/') . "/$name");
             $this->looked[$path] = true;
-            if (@file_exists($path)) {
+            if (@file_exists($path) || isset($this->texts[$path])) {
                 return $path;
             }
         }

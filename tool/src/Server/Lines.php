@@ -1,0 +1,121 @@
+<?php
+
+namespace TemplateTool\Server;
+
+/**
+ * The lines of a text, as the protocol counts them: they end with "\n", "\r\n" or "\r". Positions are
+ * ['line' => 0, 'character' => 0]; characters are bytes or UTF-16 units, whichever was agreed upon.
+ */
+final class Lines
+{
+    public const UTF8 = 'utf-8';
+    public const UTF16 = 'utf-16';
+
+    /** @var list<int> where the lines begin */
+    private array $starts = [0];
+
+    // A place that was found last: most questions come in the order of the text, also those about one long line.
+    private int $knownOffset = 0;
+    private int $knownLine = 0;
+    private int $knownCharacter = 0;
+
+    public function __construct(public readonly string $text, private string $encoding)
+    {
+        preg_match_all('/\r\n?|\n/', $text, $ends, PREG_OFFSET_CAPTURE);
+        foreach ($ends[0] as [$end, $offset]) {
+            $this->starts[] = $offset + strlen($end);
+        }
+    }
+
+    /** @return array{line: int, character: int} */
+    public function position(int $offset): array
+    {
+        $offset = max(0, min($offset, strlen($this->text)));
+        $line = $this->lineOf($offset);
+        $from = $this->starts[$line];
+        $character = 0;
+        if ($line === $this->knownLine && $this->knownOffset <= $offset && $this->knownOffset >= $from) {
+            $from = $this->knownOffset;
+            $character = $this->knownCharacter;
+        }
+        $character += $this->width(substr($this->text, $from, $offset - $from));
+        [$this->knownOffset, $this->knownLine, $this->knownCharacter] = [$offset, $line, $character];
+        return ['line' => $line, 'character' => $character];
+    }
+
+    /** @return array{start: array{line: int, character: int}, end: array{line: int, character: int}} */
+    public function range(int $offset, int $length): array
+    {
+        return ['start' => $this->position($offset), 'end' => $this->position($offset + $length)];
+    }
+
+    /** Positions behind the end of a line, or of the text, stand for that end. */
+    public function offset(array $position): int
+    {
+        $line = max(0, (int) ($position['line'] ?? 0));
+        $character = max(0, (int) ($position['character'] ?? 0));
+        if ($line >= count($this->starts)) {
+            return strlen($this->text);
+        }
+        $start = $this->starts[$line];
+        $end = $start + strcspn($this->text, "\r\n", $start);
+        return $start + $this->bytes($start, $end, $character);
+    }
+
+    /** The text with a part of it replaced, as a client reports a change. */
+    public function with(array $range, string $new): string
+    {
+        $start = $this->offset($range['start'] ?? []);
+        $end = max($start, $this->offset($range['end'] ?? []));
+        return substr_replace($this->text, $new, $start, $end - $start);
+    }
+
+    private function lineOf(int $offset): int
+    {
+        for ($low = 0, $high = count($this->starts) - 1; $low < $high;) {
+            $middle = ($low + $high + 1) >> 1;
+            if ($this->starts[$middle] <= $offset) {
+                $low = $middle;
+            } else {
+                $high = $middle - 1;
+            }
+        }
+        return $low;
+    }
+
+    private function width(string $text): int
+    {
+        return $this->encoding === self::UTF8 ? strlen($text) : self::units($text);
+    }
+
+    /** UTF-16 units: one for each character, two for those that take four bytes. */
+    private static function units(string $text): int
+    {
+        return mb_check_encoding($text, 'ASCII')
+            ? strlen($text)
+            : preg_match_all('/[^\x80-\xBF]/', $text) + preg_match_all('/[\xF0-\xF7]/', $text);
+    }
+
+    /** How many bytes of a line this many of its characters take; never a part of one. */
+    private function bytes(int $start, int $end, int $wanted): int
+    {
+        $line = substr($this->text, $start, $end - $start);
+        if ($this->encoding === self::UTF8 || mb_check_encoding($line, 'ASCII')) {
+            $bytes = min($wanted, strlen($line));
+            while ($bytes > 0 && $bytes < strlen($line) && (ord($line[$bytes]) & 0xC0) === 0x80) {
+                $bytes--;
+            }
+            return $bytes;
+        }
+        preg_match_all('/[^\x80-\xBF][\x80-\xBF]*/', $line, $characters);
+        $bytes = 0;
+        foreach ($characters[0] as $character) {
+            $wanted -= ord($character[0]) >= 0xF0 ? 2 : 1;
+            if ($wanted < 0) {
+                break;
+            }
+            $bytes += strlen($character);
+        }
+        return $bytes;
+    }
+}
