@@ -17,7 +17,7 @@ final class Finding implements \JsonSerializable
     public readonly int $endColumn;
 
     /**
-     * $name: of a warning, for Catalogue; null for an error.
+     * $name: of a warning, for Catalogue; null for what the engine says.
      * $includedFrom: the include tags that lead to this file, innermost first.
      *
      * @param list<string> $notes

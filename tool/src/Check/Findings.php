@@ -15,9 +15,13 @@ final class Findings
     /** @var array<string, true> */
     private array $off;
 
+    /** @var array<string, true> */
+    private array $errors;
+
     public function __construct(Options $options)
     {
         $this->off = array_fill_keys($options->off, true);
+        $this->errors = array_fill_keys($options->errors, true);
     }
 
     public function add(Document $document, Problem $problem, ?Context $context = null): void
@@ -29,7 +33,7 @@ final class Findings
         $key = implode("\0", [$source->name, $problem->offset, $problem->name ?? $problem->message]);
         $this->findings[$key] ??= new Finding(
             $source,
-            $problem->name === null ? Finding::ERROR : Finding::WARNING,
+            $problem->name === null || isset($this->errors[$problem->name]) ? Finding::ERROR : Finding::WARNING,
             $problem->name,
             $problem->message,
             $problem->offset,

@@ -11,15 +11,21 @@ final class Options
      * $off: the names of warnings that aren't wanted.
      * $security: whether the warnings about escaping and includes from data are wanted.
      * $data: what the templates are meant for; null when nothing is known of it.
+     * $errors: the names of warnings that count as errors.
+     * $vouched: references, as templates write them, to values that need no escaping.
      *
      * @param list<string> $includePath
      * @param list<string> $off
+     * @param list<string> $errors
+     * @param list<string> $vouched
      */
     public function __construct(
         public readonly array $includePath = ['.'],
         public readonly array $off = [],
         public readonly bool $security = false,
         public readonly ?array $data = null,
+        public readonly array $errors = [],
+        public readonly array $vouched = [],
     ) {
     }
 }

@@ -6,6 +6,7 @@ use Symfony\Component\Console\Command\Command;
 use Symfony\Component\Console\Input\InputInterface;
 use Symfony\Component\Console\Input\InputOption;
 use TemplateTool\Files\Files;
+use TemplateTool\Json\JsonText;
 
 /** The data that a command is given: from a JSON file, a PHP file, and single values of the command line. */
 final class Data

@@ -8,6 +8,7 @@ use Symfony\Component\Console\Input\InputInterface;
 use Symfony\Component\Console\Input\InputOption;
 use Symfony\Component\Console\Output\OutputInterface;
 use TemplateTool\Files\Files;
+use TemplateTool\Json\Broken;
 
 final class RenderCommand extends Command
 {
@@ -106,7 +107,7 @@ final class RenderCommand extends Command
             try {
                 $data = Data::read($input, $json) ?? [];
                 $status = $this->once($input, $renderer, $data);
-            } catch (Failure $failure) {
+            } catch (Failure | Broken $failure) {
                 $status = Start::FAILURE;
                 fwrite(STDERR, 'template: ' . $failure->getMessage() . "\n");
             }

@@ -1,6 +1,6 @@
 <?php
 
-namespace TemplateTool\Console;
+namespace TemplateTool\Json;
 
 use TemplateTool\Syntax\Source;
 
@@ -10,7 +10,7 @@ final class JsonText
     private const TOKEN = '~[ \t\n\r]*+(?:(?<word>true|false|null|-?(?:0|[1-9]\d*)(?:\.\d+)?(?:[eE][+-]?\d+)?)(?![\w.])'
         . '|(?<string>"(?:[^"\\\\\x00-\x1f]|\\\\(?:["\\\\/bfnrt]|u[0-9a-fA-F]{4}))*+")|(?<sign>[][{}:,])|\z)~A';
 
-    /** @throws Failure naming the place */
+    /** @throws Broken naming the place */
     public static function decode(string $text, string $name): mixed
     {
         $value = json_decode($text, true);
@@ -24,7 +24,7 @@ final class JsonText
             default => null,
         };
         if ($offset === null) {
-            throw new Failure("$name: broken JSON: " . ($error === JSON_ERROR_DEPTH
+            throw new Broken("$name: broken JSON: " . ($error === JSON_ERROR_DEPTH
                 ? 'nested deeper than 512 levels' : lcfirst(json_last_error_msg())));
         }
         [$line, $column] = (new Source($name, $text))->position($offset);
@@ -34,7 +34,7 @@ final class JsonText
             $offset >= strlen($text) => 'the text ends too early',
             default => 'unexpected ' . ($next[0] ?? ''),
         };
-        throw new Failure("$name:$line:$column: broken JSON: $what");
+        throw new Broken("$name:$line:$column: broken JSON: $what");
     }
 
     /** The offset of the first token that can't stand where it stands. */
