@@ -164,7 +164,8 @@ site/sub/odd&"<name>.htm:2:1-6 error Bad formated parameter'�::': too many :
         "name": null,
         "message": "Bad formated parameter'x:::y': too many :",
         "notes": [],
-        "includedFrom": []
+        "includedFrom": [],
+        "edits": []
     }
 ]
 15 commands

@@ -46,9 +46,10 @@ foreach ([
     echo $got === $wanted ? '' : "$words: $got\nexpected: $wanted\n";
 }
 
-$page = shell_exec(phpCommand() . ' ' . escapeshellarg("$root/tool/manpage.php"));
-if ($page !== file_get_contents("$root/docs/template.1")) {
-    echo "docs/template.1 is out of date: run scripts/manpage\n";
+foreach (['manpage' => 'docs/template.1', 'schema' => 'tool/template.schema.json'] as $script => $file) {
+    if (shell_exec(phpCommand() . ' ' . escapeshellarg("$root/tool/$script.php")) !== file_get_contents("$root/$file")) {
+        echo "$file is out of date: run scripts/manpage\n";
+    }
 }
 if (trim((string) shell_exec('command -v groff')) !== '') {
     echo shell_exec('env -u LD_PRELOAD groff -man -Tutf8 -ww -z ' . escapeshellarg("$root/docs/template.1") . ' 2>&1');

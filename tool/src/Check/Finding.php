@@ -2,6 +2,7 @@
 
 namespace TemplateTool\Check;
 
+use TemplateTool\Syntax\Edit;
 use TemplateTool\Syntax\Source;
 
 /** A problem that a check reports: what is wrong, and where. */
@@ -19,9 +20,11 @@ final class Finding implements \JsonSerializable
     /**
      * $name: of a warning, for Catalogue; null for what the engine says.
      * $includedFrom: the include tags that lead to this file, innermost first.
+     * $edits: what mends it, where there is one right answer.
      *
      * @param list<string> $notes
      * @param list<array{file: string, line: int, column: int}> $includedFrom
+     * @param list<Edit> $edits
      */
     public function __construct(
         public readonly Source $source,
@@ -32,6 +35,7 @@ final class Finding implements \JsonSerializable
         public readonly int $length,
         public readonly array $notes = [],
         public readonly array $includedFrom = [],
+        public readonly array $edits = [],
     ) {
         [$this->line, $this->column] = $source->position($offset);
         [$this->endLine, $this->endColumn] = $source->position($offset + $length);
@@ -42,7 +46,7 @@ final class Finding implements \JsonSerializable
         return $this->severity === self::ERROR;
     }
 
-    /** The offset counts bytes, the length characters. */
+    /** The offset counts bytes, the length characters; both count bytes in the edits. */
     public function jsonSerialize(): array
     {
         return [
@@ -58,6 +62,7 @@ final class Finding implements \JsonSerializable
             'message' => $this->message,
             'notes' => $this->notes,
             'includedFrom' => $this->includedFrom,
+            'edits' => $this->edits,
         ];
     }
 }

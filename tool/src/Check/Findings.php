@@ -39,7 +39,8 @@ final class Findings
             $problem->offset,
             $problem->length,
             $problem->notes,
-            $context ? $context->includedFrom() : []
+            $context ? $context->includedFrom() : [],
+            $problem->edits
         );
     }
 

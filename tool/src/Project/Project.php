@@ -2,14 +2,15 @@
 
 namespace TemplateTool\Project;
 
-use TemplateTool\Rules\Catalogue;
-use TemplateTool\Files\Files;
 use TemplateTool\Check\Options;
-use TemplateTool\Syntax\Source;
+use TemplateTool\Files\Files;
 use TemplateTool\Json\Broken;
 use TemplateTool\Json\JsonText;
 use TemplateTool\Json\Places;
 use TemplateTool\Json\Schema;
+use TemplateTool\Rules\Catalogue;
+use TemplateTool\Rules\Warning;
+use TemplateTool\Syntax\Source;
 
 /**
  * A project file, "template.json": which templates belong together, and how they are checked.
@@ -123,8 +124,8 @@ final class Project
     public static function schema(): array
     {
         $schema = json_decode(file_get_contents(dirname(__DIR__, 2) . '/template.schema.json'), true);
-        $schema['properties']['warnings']['properties'] = array_map(static fn(array $warning): array => [
-            'description' => $warning['summary'],
+        $schema['properties']['warnings']['properties'] = array_map(static fn(Warning $warning): array => [
+            'description' => $warning->summary,
             'enum' => ['off', 'warning', 'error'],
         ], Catalogue::all());
         return $schema;

@@ -5,19 +5,29 @@ namespace TemplateTool\Syntax;
 /** Something wrong at a place in a document. Errors, the engine's own messages, have no name. */
 final class Problem
 {
-    /** @param list<string> $notes */
+    /**
+     * $edits: what mends it, where there is one right answer.
+     *
+     * @param list<string> $notes
+     * @param list<Edit> $edits
+     */
     public function __construct(
         public readonly ?string $name,
         public readonly string $message,
         public readonly int $offset,
         public readonly int $length,
         public readonly array $notes = [],
+        public readonly array $edits = [],
     ) {
     }
 
     /** The same one, with an offset that counts from further in front. */
     public function movedBy(int $distance): self
     {
-        return new self($this->name, $this->message, $this->offset + $distance, $this->length, $this->notes);
+        $edits = array_map(
+            static fn(Edit $edit): Edit => new Edit($edit->offset + $distance, $edit->length, $edit->text),
+            $this->edits
+        );
+        return new self($this->name, $this->message, $this->offset + $distance, $this->length, $this->notes, $edits);
     }
 }

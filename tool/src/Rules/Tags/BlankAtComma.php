@@ -4,6 +4,7 @@ namespace TemplateTool\Rules\Tags;
 
 use TemplateTool\Rules\TagRule;
 use TemplateTool\Rules\Warning;
+use TemplateTool\Syntax\Edit;
 use TemplateTool\Syntax\Problem;
 use TemplateTool\Syntax\Tag;
 
@@ -38,7 +39,9 @@ final class BlankAtComma implements TagRule
                     ? "\"{$match[1][0]}::*\" doesn't reach this loop"
                     : 'the loop finds nothing';
                 $message = "this blank belongs to the $owner: $effect";
-                yield new Problem('blank-at-comma', $message, $tag->argumentOffset + $offset, strlen($blanks));
+                $offset += $tag->argumentOffset;
+                $edits = [new Edit($offset, strlen($blanks), '')];
+                yield new Problem('blank-at-comma', $message, $offset, strlen($blanks), edits: $edits);
             }
         }
     }

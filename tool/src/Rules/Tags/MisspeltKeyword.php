@@ -4,6 +4,7 @@ namespace TemplateTool\Rules\Tags;
 
 use TemplateTool\Rules\TagRule;
 use TemplateTool\Rules\Warning;
+use TemplateTool\Syntax\Edit;
 use TemplateTool\Syntax\Kind;
 use TemplateTool\Syntax\Problem;
 use TemplateTool\Syntax\Tag;
@@ -43,7 +44,9 @@ final class MisspeltKeyword implements TagRule
             $keyword = $kind->value;
             if ($keyword !== '' && $kind->isEnd() === $isEnd && levenshtein(strtolower($word), $keyword) <= $distance) {
                 $message = "\"$word\" is no keyword, so this prints a value of that name; is \"$keyword\" meant?";
-                yield new Problem('misspelt-keyword', $message, $tag->argumentOffset, strlen($word));
+                // Any other slip may be a name after all.
+                $edits = strtolower($word) === $keyword ? [new Edit($tag->argumentOffset, strlen($word), $keyword)] : [];
+                yield new Problem('misspelt-keyword', $message, $tag->argumentOffset, strlen($word), edits: $edits);
                 return;
             }
         }

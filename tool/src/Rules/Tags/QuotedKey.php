@@ -4,6 +4,7 @@ namespace TemplateTool\Rules\Tags;
 
 use TemplateTool\Rules\TagRule;
 use TemplateTool\Rules\Warning;
+use TemplateTool\Syntax\Edit;
 use TemplateTool\Syntax\Problem;
 use TemplateTool\Syntax\Reference;
 use TemplateTool\Syntax\Tag;
@@ -32,7 +33,16 @@ final class QuotedKey implements TagRule
             if ($reference->type === Reference::KEY && str_contains($tag->compared, "'")) {
                 $message = 'keys are compared together with the quotes: leave them out';
                 $start = $reference->offset + strlen($reference->text) + 1;
-                yield new Problem('quoted-key', $message, $start, strlen($tag->compared));
+                yield new Problem(
+                    'quoted-key',
+                    $message,
+                    $start,
+                    strlen($tag->compared),
+                    // With other quotes, or with blanks at the ends, it isn't known which key is meant.
+                    edits: preg_match("/^'([^'\\s](?:[^']*[^'\\s])?)'\\z/", $tag->compared, $match)
+                        ? [new Edit($start, strlen($tag->compared), $match[1])]
+                        : []
+                );
             }
         }
     }
