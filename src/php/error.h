@@ -48,3 +48,9 @@ inline void throwIfPhpFailed() {
 		throw TemplateError::reportedByPhp();
 	}
 }
+
+/// Whether a fatal error is on its way out of the call, so that no user code may run. Its jump skips all destructors, but
+/// not in WebAssembly, where they run. PHP takes the frame of the running function away just before it jumps.
+inline bool isFatalErrorPassing() {
+	return UNEXPECTED(EG(current_execute_data) == nullptr);
+}

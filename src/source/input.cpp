@@ -127,7 +127,8 @@ void Input::readPlainFile(int nDescriptor) {
 }
 
 void Input::close() {
-	if (zend_resource* oClosing = resource) {
+	zend_resource* oClosing = resource;
+	if (oClosing && !isFatalErrorPassing()) {
 		resource = nullptr;
 		zend_list_close(oClosing);
 		zend_list_delete(oClosing);

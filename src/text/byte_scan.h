@@ -44,11 +44,11 @@ inline bool same(const char* p, const char* q, size_t nLength) {
 /// Whether two PHP strings with their hashes computed are the same. The last 16 bytes of a short one begin in its header,
 /// with the hash and the length: where the texts agree, these do, too.
 inline bool same(const zend_string* sOne, const zend_string* sOther) {
-	static_assert(_ZSTR_HEADER_SIZE >= 24 && offsetof(zend_string, h) + 8 == offsetof(zend_string, len));
+	constexpr bool HAS_ROOM = _ZSTR_HEADER_SIZE >= 24 && offsetof(zend_string, h) + 8 == offsetof(zend_string, len);
 	if (ZSTR_LEN(sOne) != ZSTR_LEN(sOther)) {
 		return false;
 	}
-	if (UNEXPECTED(ZSTR_LEN(sOne) > 16)) {
+	if (!HAS_ROOM || UNEXPECTED(ZSTR_LEN(sOne) > 16)) {
 		return memcmp(ZSTR_VAL(sOne), ZSTR_VAL(sOther), ZSTR_LEN(sOne)) == 0;
 	}
 	uint64_t aOne[2];

@@ -11,7 +11,7 @@ ComparedValue::ComparedValue(std::string_view _sValue) : sValue(_sValue), sStrip
 		sStripped = sValue.substr(iFirst + 1, iLast - iFirst - 1);
 	}
 	// What follows the digits, a quote or the zero byte, ends the number.
-	nNumber = sStripped.empty() ? 0 : strtol(sStripped.data(), nullptr, 10);
+	nNumber = sStripped.empty() ? 0 : ZEND_STRTOL(sStripped.data(), nullptr, 10);
 	nStringLength = sStripped.find('\0') == std::string_view::npos ? sStripped.size() : SIZE_MAX;
 }
 
