@@ -1,0 +1,11 @@
+// What the build puts beside the Worker's own files.
+
+declare module "*/php.js" {
+  const createPhp: import("./php").CreateGlue;
+  export default createPhp;
+}
+
+declare module "*/image.json" {
+  const image: Record<string, string>;
+  export default image;
+}
