@@ -62,9 +62,9 @@ $places = [
         'unescaped-value single-quoted-attribute unquoted-attribute'],
     ['<a b = \'x>"{htmlspecialchars a}\' c="it\'s {htmlspecialchars a}">{htmlspecialchars a}', 'single-quoted-attribute'],
     ['<script>if (1<2) f("{addslashes a}", {htmlspecialchars a}, {a})</script>{htmlspecialchars a}',
-        'wrong-escaping unescaped-value'],
+        'wrong-escaping wrong-escaping unescaped-value'],
     ['<style>p::before {{ content: \'{htmlspecialchars a}\' }} </style><!-- <a b=\'{htmlspecialchars a} -->{addslashes a}',
-        'wrong-escaping'],
+        'wrong-escaping wrong-escaping'],
     ['<a{optional x} b{/optional}>{htmlspecialchars a}</a>{include x::y}{include part}',
         'include-from-data missing-include include-from-data'],
 ];
@@ -108,4 +108,4 @@ put(['numbers/a.tpl' => '{n}{dynamic l}{*::a *::b}{/dynamic}', 'numbers/b.tpl' =
 compare('numbers', warnings('numbers', '--security --data data.json'), ['b.tpl' => ['unescaped-value']]);
 ?>
 --EXPECT--
-21 warnings
+24 warnings

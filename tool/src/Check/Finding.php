@@ -2,6 +2,7 @@
 
 namespace TemplateTool\Check;
 
+use TemplateTool\Syntax\Action;
 use TemplateTool\Syntax\Edit;
 use TemplateTool\Syntax\Source;
 
@@ -20,11 +21,12 @@ final class Finding implements \JsonSerializable
     /**
      * $name: of a warning, for Catalogue; null for what the engine says.
      * $includedFrom: the include tags that lead to this file, innermost first.
-     * $edits: what mends it, where there is one right answer.
+     * $edits: what mends it, where there is one right answer. $actions: what the author may decide to do about it.
      *
      * @param list<string> $notes
      * @param list<array{file: string, line: int, column: int}> $includedFrom
      * @param list<Edit> $edits
+     * @param list<Action> $actions
      */
     public function __construct(
         public readonly Source $source,
@@ -36,6 +38,7 @@ final class Finding implements \JsonSerializable
         public readonly array $notes = [],
         public readonly array $includedFrom = [],
         public readonly array $edits = [],
+        public readonly array $actions = [],
     ) {
         [$this->line, $this->column] = $source->position($offset);
         [$this->endLine, $this->endColumn] = $source->position($offset + $length);

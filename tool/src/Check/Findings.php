@@ -40,7 +40,8 @@ final class Findings
             $problem->length,
             $problem->notes,
             $context ? $context->includedFrom() : [],
-            $problem->edits
+            $problem->edits,
+            $problem->actions
         );
     }
 

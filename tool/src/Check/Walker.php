@@ -89,6 +89,9 @@ final class Walker
         foreach ($this->rules->inView($this->view($document, $context)) as $problem) {
             $this->findings->add($document, $problem, $context);
         }
+        foreach ($context->isIncluded() ? [] : $this->rules->inPage($this->view($document, $context)) as [$view, $problem]) {
+            $this->findings->add($view->document, $problem, $this->wayTo($view->document, $view->context));
+        }
         foreach ($document->nodes as $node) {
             if ($node->tag->kind === Kind::Include && $node->tag->complaint === null) {
                 $this->include($document, $node, $context);
@@ -99,19 +102,33 @@ final class Walker
 
     private function view(Document $document, Context $context): View
     {
-        return new View($document, $context, $this->store->engine, $this->options->data, $this->files);
+        $open = function (string $path): ?Document {
+            try {
+                return $this->open($path);
+            } catch (Unreadable) {
+                return null;
+            }
+        };
+        $options = $this->options;
+        return new View($document, $context, $this->store->engine, $options->data, $options->vouched, $this->files, $open);
     }
 
     /** Reports what is wrong with a document however it is reached. */
     private function report(Document $document, Context $context): void
     {
-        $way = isset($this->targets[$document->source->path]) ? null : $context;
+        $way = $this->wayTo($document, $context);
         foreach ($document->problems as $problem) {
             $this->findings->add($document, $problem, $way);
         }
         foreach ($this->rules->inDocument($document) as $problem) {
             $this->findings->add($document, $problem, $way);
         }
+    }
+
+    /** What is wrong in a file that the check is about is no matter of how it is reached. */
+    private function wayTo(Document $document, Context $context): ?Context
+    {
+        return isset($this->targets[$document->source->path]) ? null : $context;
     }
 
     private function include(Document $document, Node $node, Context $context): void

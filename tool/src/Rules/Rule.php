@@ -3,8 +3,8 @@
 namespace TemplateTool\Rules;
 
 /**
- * Something that a template may do and that no author wants. A rule is a TagRule, a DocumentRule or a ViewRule: it
- * takes the least that it needs. The Catalogue lists them all.
+ * Something that a template may do and that no author wants. A rule is a TagRule, a DocumentRule, a ViewRule or
+ * a PageRule: it takes the least that it needs. The Catalogue lists them all.
  */
 interface Rule
 {

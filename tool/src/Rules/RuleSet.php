@@ -18,6 +18,9 @@ final class RuleSet
     /** @var list<ViewRule> */
     private array $viewRules = [];
 
+    /** @var list<PageRule> */
+    private array $pageRules = [];
+
     /** @var \WeakMap<Tag, list<Problem>> */
     private \WeakMap $known;
 
@@ -37,6 +40,7 @@ final class RuleSet
                 $rule instanceof TagRule => $this->tagRules[] = $rule,
                 $rule instanceof DocumentRule => $this->documentRules[] = $rule,
                 $rule instanceof ViewRule => $this->viewRules[] = $rule,
+                $rule instanceof PageRule => $this->pageRules[] = $rule,
             };
         }
     }
@@ -59,6 +63,14 @@ final class RuleSet
     {
         foreach ($this->viewRules as $rule) {
             yield from $rule->inView($view);
+        }
+    }
+
+    /** What is to be said of a page and all that it includes. @return \Generator<array{View, Problem}> */
+    public function inPage(View $page): \Generator
+    {
+        foreach ($this->pageRules as $rule) {
+            yield from $rule->inPage($page);
         }
     }
 

@@ -15,14 +15,35 @@ final class View
     private const NOTHING = "\x02nothing\x02";
     private const END = "\x02end\x02";
 
-    /** $data: null when nothing is known of it. */
+    /**
+     * $data: null when nothing is known of it. $vouched: as in Options. $open: the document of a path; null when it
+     * can't be read.
+     *
+     * @param list<string> $vouched
+     * @param \Closure(string): ?Document $open
+     */
     public function __construct(
         public readonly Document $document,
         public readonly Context $context,
         public readonly Engine $engine,
         public readonly ?array $data,
+        public readonly array $vouched,
         private Files $files,
+        private \Closure $open,
     ) {
+    }
+
+    /** The file that an include tag leads to, as it is reached from here; null when there is none, or in a circle. */
+    public function included(Node $node): ?self
+    {
+        $name = $node->tag->includedName($this->data);
+        $path = isset($this->context->names[$name]) ? null : $this->find($name);
+        $document = $path !== null && is_file($path) ? ($this->open)($path) : null;
+        if (!$document) {
+            return null;
+        }
+        $context = $this->context->through($this->document, $node, $name, $this->data !== null);
+        return new self($document, $context, $this->engine, $this->data, $this->vouched, $this->files, $this->open);
     }
 
     /** The path under which an include of this name opens a file or a folder; null when there is none. */

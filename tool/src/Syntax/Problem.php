@@ -6,10 +6,11 @@ namespace TemplateTool\Syntax;
 final class Problem
 {
     /**
-     * $edits: what mends it, where there is one right answer.
+     * $edits: what mends it, where there is one right answer. $actions: what the author may decide to do about it.
      *
      * @param list<string> $notes
      * @param list<Edit> $edits
+     * @param list<Action> $actions
      */
     public function __construct(
         public readonly ?string $name,
@@ -18,6 +19,7 @@ final class Problem
         public readonly int $length,
         public readonly array $notes = [],
         public readonly array $edits = [],
+        public readonly array $actions = [],
     ) {
     }
 

@@ -2,26 +2,31 @@
 
 namespace TemplateTool\Rules\Security;
 
+use TemplateTool\Page\Risk;
+use TemplateTool\Rules\PageRule;
 use TemplateTool\Rules\View;
-use TemplateTool\Rules\ViewRule;
 use TemplateTool\Rules\Warning;
-use TemplateTool\Syntax\Kind;
+use TemplateTool\Syntax\Action;
+use TemplateTool\Syntax\Edit;
+use TemplateTool\Syntax\Node;
 use TemplateTool\Syntax\Problem;
-use TemplateTool\Syntax\Tag;
 
-/** The warnings about values that are printed into HTML, given the text around them. */
-final class Escaping implements ViewRule
+/** The warnings about values that can break out of their place in a page. */
+final class Escaping implements PageRule
 {
+    private Flow $flow;
+
     public static function warnings(): array
     {
         return [
             new Warning(
                 name: 'unescaped-value',
-                summary: 'a value that is printed into HTML without an escaping tag',
+                summary: 'a value that is printed into a page without an escaping tag',
                 why: <<<'TEXT'
                     A plain tag prints the value as it is. If a visitor can have a say in it, it may hold a script.
-                    Use {htmlspecialchars ...} in text and in attributes with double quotes. Numbers, and HTML that
-                    you trust, need no escaping. With --data, values that are numbers there are left out.
+                    Use {htmlspecialchars ...} in text and in attributes with double quotes. With --data, values that
+                    are numbers there are left out. For HTML that you have made yourself, say so in front of it:
+                    {optional}vouched: our own Markdown{/optional}{body}. Such a section prints nothing.
                     TEXT,
                 bad: '<p title="{user::name}">',
                 good: '<p title="{htmlspecialchars user::name}">',
@@ -53,58 +58,68 @@ final class Escaping implements ViewRule
                 name: 'wrong-escaping',
                 summary: "an escaping tag that doesn't fit the place",
                 why: <<<'TEXT'
-                    "addslashes" is for texts in quotes inside a script and does nothing about "<" or "&".
-                    "htmlspecialchars" and "htmlentities" are for HTML; inside a script entities mean nothing.
+                    Each escaping tag is for one kind of place. "htmlspecialchars" and "htmlentities" are for HTML: in
+                    scripts and style sheets entities mean nothing, and in event attributes ("onclick") and "srcdoc"
+                    the browser takes them back first. "addslashes" does nothing about "<" and line breaks.
+                    "rawurlencode" fits parts of addresses and texts in quotes, and no code outside of quotes. For a
+                    script, put the value into a data- attribute, or print JSON that PHP has made and vouch for it.
+                    For CSS, choose among values of your own by sections.
                     TEXT,
-                bad: '<p>{addslashes user::name}</p>',
-                good: '<p>{htmlspecialchars user::name}</p>',
+                bad: '<button onclick="greet(\'{htmlspecialchars user::name}\')">',
+                good: '<button data-name="{htmlspecialchars user::name}" onclick="greet(this.dataset.name)">',
+                isSecurity: true,
+            ),
+            new Warning(
+                name: 'script-address',
+                summary: 'an address of which a value decides too much',
+                why: <<<'TEXT'
+                    Escaped or not, a value at the beginning of an address may be "javascript:...", which runs when the
+                    link is followed. In the address of a script, a style sheet or a frame it may name another server.
+                    Write the beginning yourself, or check it in PHP and vouch for the value:
+                    {optional}vouched: begins with https{/optional}{htmlspecialchars link}.
+                    TEXT,
+                bad: '<a href="{htmlspecialchars user::site}">',
+                good: '<a href="https://example.org/{htmlspecialchars user::page}">',
+                isSecurity: true,
+            ),
+            new Warning(
+                name: 'value-as-name',
+                summary: 'a value as the name of a tag or of an attribute',
+                why: <<<'TEXT'
+                    No escaping helps where the value itself is a word of HTML: "script" and "onclick" hold no special
+                    sign. Write the names that are allowed into sections.
+                    TEXT,
+                bad: '<{htmlspecialchars block::tag}>',
+                good: '<{optional block::wide}section{/optional}{!optional block::wide}div{/optional}>',
                 isSecurity: true,
             ),
         ];
     }
 
-    public function inView(View $view): iterable
+    public function __construct()
     {
-        $html = new HtmlPlace();
-        $read = 0;
-        foreach ($view->document->nodes as $node) {
-            $tag = $node->tag;
-            // Closing tags in this text look like nothing that HTML knows.
-            $html->read(substr($view->document->source->text, $read, $node->offset - $read));
-            $read = $node->offset + strlen($tag->source) - (int) $tag->swallows;
-            $warning = $tag->references ? $this->warning($tag, $html->place) : null;
-            if ($warning && !($warning[0] === 'unescaped-value' && $view->printsNumbers($node))) {
-                yield new Problem($warning[0], $warning[1], $node->offset, $read - $node->offset);
-            }
+        $this->flow = new Flow();
+    }
+
+    public function inPage(View $page): iterable
+    {
+        foreach ($this->flow->risks($page) as [$view, $node, $risk]) {
+            $actions = [...$this->escape($node, $risk), ...Vouching::actions($node)];
+            $length = strlen($node->tag->source);
+            $message = $risk->message($node->tag->kind->value);
+            yield [$view, new Problem($risk->name, $message, $node->offset, $length, actions: $actions)];
         }
     }
 
-    /** @return ?array{string, string} */
-    private function warning(Tag $tag, string $place): ?array
+    /** @return list<Action> */
+    private function escape(Node $node, Risk $risk): array
     {
-        $isScript = $place === HtmlPlace::SCRIPT;
-        $keyword = $tag->kind->value;
-        switch ($tag->kind) {
-            case Kind::Plain:
-                $advice = $isScript ? '' : '; "htmlspecialchars" would escape it';
-                return ['unescaped-value', "this value is printed into HTML ($place) without escaping$advice"];
-            case Kind::Addslashes:
-                return $isScript ? null : ['wrong-escaping', "\"$keyword\" doesn't escape what matters here ($place)"];
-            case Kind::Htmlspecialchars:
-            case Kind::Htmlentities:
-                if ($isScript) {
-                    return ['wrong-escaping', "\"$keyword\" doesn't escape what matters here ($place)"];
-                }
-                if ($place === HtmlPlace::SINGLE_QUOTED) {
-                    $message = "\"$keyword\" leaves single quotes alone: a value can end this single-quoted attribute";
-                    return ['single-quoted-attribute', $message];
-                }
-                if ($place === HtmlPlace::UNQUOTED) {
-                    return ['unquoted-attribute', 'a value with a blank ends this attribute, which has no quotes'];
-                }
-                return null;
-            default:
-                return null;
+        $tag = $node->tag;
+        if (!$risk->remedy || count($tag->references) !== 1 || $tag->fallback !== null) {
+            return [];
         }
+        $text = "{{$risk->remedy->value} {$tag->references[0]->text}}";
+        $edit = new Edit($node->offset, strlen($tag->source), $text);
+        return [new Action(Action::ESCAPE, "Escape with \"{$risk->remedy->value}\"", [$edit])];
     }
 }

@@ -2,6 +2,7 @@
 
 namespace TemplateTool\Rules\Security;
 
+use TemplateTool\Files\Files;
 use TemplateTool\Rules\View;
 use TemplateTool\Rules\ViewRule;
 use TemplateTool\Rules\Warning;
@@ -9,6 +10,7 @@ use TemplateTool\Syntax\Kind;
 use TemplateTool\Syntax\Problem;
 use TemplateTool\Syntax\Tag;
 
+/** Includes of which the template's author doesn't decide what is read. */
 final class IncludeFromData implements ViewRule
 {
     public static function warnings(): array
@@ -26,18 +28,39 @@ final class IncludeFromData implements ViewRule
                 good: '{optional page::layout wide}<div class="wide">{/optional}',
                 isSecurity: true,
             ),
+            new Warning(
+                name: 'include-by-wrapper',
+                summary: "an include through one of PHP's stream wrappers",
+                why: <<<'TEXT'
+                    An include can read from "http://", "data:", "php://" and all other wrappers that PHP has. What
+                    comes from there is a template: it can print all of the data and any file. Include files, and let
+                    PHP fetch the rest.
+                    TEXT,
+                bad: '{include http://example.org/news.tpl}',
+                good: '{optional}vouched: from our own server{/optional}{include http://example.org/news.tpl}',
+                isSecurity: true,
+            ),
         ];
     }
 
     public function inView(View $view): iterable
     {
-        foreach ($view->document->nodes as $node) {
+        foreach ($view->document->nodes as $number => $node) {
             $tag = $node->tag;
-            if ($tag->kind === Kind::Include && $tag->complaint === null && $this->isFromData($view, $tag)) {
-                $message = "the data decides which file is included: \"$tag->argument\" may name any file that PHP"
-                    . ' may read';
+            if ($tag->kind !== Kind::Include || $tag->complaint !== null || Vouching::has($view, $number)) {
+                continue;
+            }
+            [$name, $message] = match (true) {
+                $this->isFromData($view, $tag) => ['include-from-data', "the data decides which file is included:"
+                    . " \"$tag->argument\" may name any file that PHP may read"],
+                Files::isStream($tag->argument) => ['include-by-wrapper', 'what comes from there is read as a template,'
+                    . ' which can print all of the data and any file that PHP may read'],
+                default => [null, ''],
+            };
+            if ($name !== null) {
                 $offset = $node->offset + $tag->argumentOffset;
-                yield new Problem('include-from-data', $message, $offset, strlen($tag->argument));
+                $actions = Vouching::actions($node);
+                yield new Problem($name, $message, $offset, strlen($tag->argument), actions: $actions);
             }
         }
     }
