@@ -93,7 +93,7 @@ final class Walker
             $this->findings->add($view->document, $problem, $this->wayTo($view->document, $view->context));
         }
         foreach ($document->nodes as $node) {
-            if ($node->tag->kind === Kind::Include && $node->tag->complaint === null) {
+            if ($node->tag->kind === Kind::Include && $node->tag->complaint === null && !$node->isCut()) {
                 $this->include($document, $node, $context);
             }
         }

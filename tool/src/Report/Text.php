@@ -8,6 +8,7 @@ use TemplateTool\Check\Finding;
 final class Text
 {
     private const WIDTH = 100;
+    private const BEFORE = 20;
 
     public function __construct(private Paint $paint)
     {
@@ -40,25 +41,22 @@ final class Text
 
     private function excerpt(Finding $finding, string $colour): string
     {
-        $line = $finding->source->line($finding->line);
-        $isUtf8 = preg_match('//u', $line) === 1;
-        $encoding = $isUtf8 ? 'UTF-8' : 'ISO-8859-1';
+        // Of a long line, the part around the place.
+        [$before, $behind] = $finding->source->around($finding->line, $finding->offset, 4 * self::WIDTH);
+        $encoding = preg_match('//u', $before . $behind) === 1 ? 'UTF-8' : 'ISO-8859-1';
+        $before = mb_convert_encoding($before, 'UTF-8', $encoding);
+        $behind = mb_convert_encoding(rtrim($behind, "\r"), 'UTF-8', $encoding);
         $length = $finding->endLine === $finding->line
             ? $finding->endColumn - $finding->column
-            : mb_strlen($line, $encoding) - $finding->column + 1;
+            : mb_strlen($behind) + 1;
 
-        // Of a long line, the part around the place.
-        $start = max(0, min($finding->column - 1 - 20, mb_strlen($line, $encoding) - self::WIDTH));
-        $part = static fn(int $from, int $length): string => self::visible(mb_convert_encoding(
-            mb_substr($line, $from, $length, $encoding),
-            'UTF-8',
-            $encoding
-        ));
-        $before = ($start > 0 ? '…' : '') . $part($start, $finding->column - 1 - $start);
+        $shown = max(self::BEFORE, self::WIDTH - mb_strlen($behind));
+        $isCut = $shown < $finding->column - 1;
+        $before = ($isCut ? '…' : '') . self::visible($isCut ? mb_substr($before, -$shown) : $before);
         $room = max(1, self::WIDTH - mb_strwidth($before));
-        $marked = $part($finding->column - 1, min($length, $room));
-        $rest = $part($finding->column - 1 + $length, max(0, $room - $length));
-        $more = mb_strlen($line, $encoding) > $finding->column - 1 + max($length, $room) || $length > $room ? '…' : '';
+        $marked = self::visible(mb_substr($behind, 0, min($length, $room)));
+        $rest = self::visible(mb_substr($behind, $length, max(0, $room - $length)));
+        $more = mb_strlen($behind) > max($length, $room) || $length > $room ? '…' : '';
 
         $number = ' ' . $finding->line . ' ';
         $bar = ($this->paint)('|', 'cyan');

@@ -59,17 +59,12 @@ final class Context
         return $this->outer !== null;
     }
 
-    public function hasLoop(Document $document, Node $node, string $name): bool
+    public function hasLoop(Node $node, string $name): bool
     {
         if ($name === '') {
             return $this->inLoop || $node->loop >= 0;
         }
-        foreach ($document->loopsAround($node) as $loop) {
-            if ($loop->tag->name === $name) {
-                return true;
-            }
-        }
-        return isset($this->loops[$name]);
+        return isset($node->loops[$name]) || isset($this->loops[$name]);
     }
 
     /** @return array{string, string} the opening tags of all blocks around a node, and their closing tags */

@@ -33,8 +33,11 @@ final class Document
     /** @var array<string, int> how many blocks a wrong closing tag has left behind */
     private array $left = [];
 
-    /** @var array<int, true> the blocks that are known to lack their closing tag */
-    private array $unclosed = [];
+    /** @var array<string, list<int>> by name: the loops of this name that are open */
+    private array $named = [];
+
+    /** Whether a brace inside a tag has made all that follows part of that tag: the engine finds no errors there. */
+    private bool $isLost = false;
 
     public function __construct(public readonly Source $source, private Engine $engine, private TagReader $reader)
     {
@@ -49,17 +52,17 @@ final class Document
             $tag = $reader->read($written);
             $this->tags[] = $tag;
             $this->offsets[] = $start;
-            if ($tag->kind->isEnd()) {
-                $this->close($tag, $start);
-                continue;
+            $node = $tag->kind->isEnd() ? $this->close($tag, $start) : $this->add($tag, $start);
+            if ($tag->swallows) {
+                $this->open && $this->reportUnclosed(end($this->open));
+                $this->isLost = true;
             }
-            $node = $this->add($tag, $start);
-            $deepest = $node->depth > ($deepest->depth ?? 0) ? $node : $deepest;
+            $deepest = $node?->depth > ($deepest->depth ?? 0) ? $node : $deepest;
         }
-        while ($this->open) {
+        while ($this->open && !$this->isLost) {
             $this->reportUnclosed($this->leave());
         }
-        if ($deepest && $deepest->depth >= self::DEEP) {
+        if ($deepest && $deepest->depth >= self::DEEP && !$this->isLost) {
             $this->checkDepth($deepest);
         }
     }
@@ -91,8 +94,13 @@ final class Document
         $parent = $this->open ? end($this->open) : -1;
         $around = $parent >= 0 ? $this->nodes[$parent] : null;
         $loop = $around?->tag->kind->isLoop() ? $parent : ($around->loop ?? -1);
-        $node = new Node($tag, $offset, $parent, $loop, $around ? $around->depth + 1 : 0);
+        $node = new Node($tag, $offset, $parent, $loop, $around ? $around->depth + 1 : 0, $this->isLost);
         $this->nodes[] = $node;
+        foreach ($this->named ? $tag->references : [] as $reference) {
+            if (!empty($this->named[$reference->namespace])) {
+                $node->loops[$reference->namespace] = end($this->named[$reference->namespace]);
+            }
+        }
 
         // A block that no closing tag can follow is reported by reportUnclosed.
         $isBlock = $tag->kind->end() !== null;
@@ -107,11 +115,11 @@ final class Document
         }
         if ($isBlock) {
             $this->open[] = count($this->nodes) - 1;
+            if ($tag->name !== '') {
+                $this->named[$tag->name][] = count($this->nodes) - 1;
+            }
             $end = $tag->kind->end()->value;
             $this->awaited[$end] = ($this->awaited[$end] ?? 0) + 1;
-        }
-        if ($tag->swallows && $this->open) {
-            $this->reportUnclosed(end($this->open));
         }
         return $node;
     }
@@ -119,25 +127,25 @@ final class Document
     /** @return array{?string, list<string>} what the engine says against a loop's name in the loops around it; notes */
     private function nameComplaint(Node $node): array
     {
-        foreach ($node->tag->name === '' ? [] : $this->loopsAround($node) as $outer) {
-            if ($outer->tag->name === $node->tag->name && !$outer->tag->swallows) {
-                $block = $node->tag->source . '{' . $node->tag->kind->end()->value . '}';
-                $question = '{dynamic ' . $outer->tag->name . ",x}$block{/dynamic}";
-                $notes = ["the loop around it at {$this->place($outer->offset)} bears the same name"];
-                return [$this->engine->complaint($question, ['x' => []]), $notes];
-            }
+        if (!empty($this->named[$node->tag->name])) {
+            $outer = $this->nodes[end($this->named[$node->tag->name])];
+            $block = $node->tag->source . '{' . $node->tag->kind->end()->value . '}';
+            $question = '{dynamic ' . $outer->tag->name . ",x}$block{/dynamic}";
+            $notes = ["the loop around it at {$this->place($outer->offset)} bears the same name"];
+            return [$this->engine->complaint($question, ['x' => []]), $notes];
         }
         return [null, []];
     }
 
-    private function close(Tag $tag, int $offset): void
+    /** @return null a closing tag is no node */
+    private function close(Tag $tag, int $offset): null
     {
         $innermost = $this->open ? $this->nodes[end($this->open)] : null;
         $complaint = $this->reader->endComplaint($tag, $innermost?->tag->kind);
         if ($complaint !== null && !empty($this->left[$tag->kind->value]) && empty($this->awaited[$tag->kind->value])) {
             // Two blocks overlap: that is one mistake, and is reported already.
             $this->left[$tag->kind->value]--;
-            return;
+            return null;
         }
         if ($complaint !== null) {
             $notes = [];
@@ -146,12 +154,13 @@ final class Document
             }
             $this->report($complaint, $offset, strlen($tag->source) - (int) $tag->swallows, $notes);
             if (!$this->leaveUpTo($tag->kind)) {
-                return;
+                return null;
             }
         }
         $node = $this->nodes[$this->leave()];
         $node->endOffset = $offset;
         $node->end = $offset + strlen($tag->source) - (int) $tag->swallows;
+        return null;
     }
 
     /** After a wrong closing tag: finds the block that was meant, and leaves those inside it. */
@@ -176,18 +185,19 @@ final class Document
     private function leave(): int
     {
         $number = array_pop($this->open);
-        $this->awaited[$this->nodes[$number]->tag->kind->end()->value]--;
+        $tag = $this->nodes[$number]->tag;
+        $this->awaited[$tag->kind->end()->value]--;
+        if ($tag->name !== '') {
+            array_pop($this->named[$tag->name]);
+        }
         return $number;
     }
 
     private function reportUnclosed(int $number): void
     {
-        if (!isset($this->unclosed[$number])) {
-            $this->unclosed[$number] = true;
-            $node = $this->nodes[$number];
-            $complaint = $this->engine->complaint('{' . $node->tag->kind->value . ' x}');
-            $this->report($complaint, $node->offset, strlen($node->tag->source) - (int) $node->tag->swallows);
-        }
+        $node = $this->nodes[$number];
+        $complaint = $this->engine->complaint('{' . $node->tag->kind->value . ' x}');
+        $this->report($complaint, $node->offset, strlen($node->tag->source) - (int) $node->tag->swallows);
     }
 
     private function isUnclosed(?string $complaint): bool
@@ -205,6 +215,6 @@ final class Document
 
     private function report(string $message, int $offset, int $length, array $notes = []): void
     {
-        $this->problems[] = new Problem(null, $message, $offset, $length, $notes);
+        $this->isLost || $this->problems[] = new Problem(null, $message, $offset, $length, $notes);
     }
 }

@@ -45,7 +45,7 @@ final class MissingLoop implements ViewRule
         $missing = [];
         foreach ($view->document->nodes as $node) {
             foreach ($node->tag->complaint === null ? $node->tag->references : [] as $reference) {
-                if (!$reference->isPath() && !$view->context->hasLoop($view->document, $node, $reference->namespace)) {
+                if (!$reference->isPath() && !$view->context->hasLoop($node, $reference->namespace)) {
                     $missing[$reference->namespace][] = [$reference, $node->offset + $reference->offset];
                 }
             }
