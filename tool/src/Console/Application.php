@@ -18,6 +18,7 @@ final class Application extends ConsoleApplication
         $this->add(new TreeCommand());
         $this->add(new ExplainCommand());
         $this->add(new CompletionCommand());
+        $this->add(new LspCommand());
     }
 
     /** A misspelt command is an error and no question. */

@@ -36,6 +36,12 @@ final class Source
         return [$low + 1, 1 + $this->columns($low, $offset - $lines[$low])];
     }
 
+    /** The offset of a position. */
+    public function offset(int $line, int $column): int
+    {
+        return $this->lines()[$line - 1] + strlen(mb_substr($this->line($line), 0, $column - 1));
+    }
+
     /** The text of a line, without its end. */
     public function line(int $number): string
     {

@@ -1,0 +1,125 @@
+<?php
+
+namespace TemplateTool\Server;
+
+use TemplateTool\Check\Checker;
+use TemplateTool\Check\Options;
+use TemplateTool\Console\TemplateFiles;
+use TemplateTool\Files\Files;
+use TemplateTool\Json\Broken;
+use TemplateTool\Project\Project;
+
+/** One project: the templates below a folder, and how its project file means them. */
+final class Folder
+{
+    public readonly Includes $includes;
+    private ?Project $project = null;
+    private bool $isLoaded = false;
+
+    /** @var array<string, string> what is wrong with the project file and the sample data, each once */
+    private array $problems = [];
+
+    /** @var array<string, Options> by page */
+    private array $options = [];
+
+    public function __construct(public readonly string $path, private Workspace $workspace)
+    {
+        $this->includes = new Includes($this, $workspace);
+    }
+
+    /** Files have changed on the disk. */
+    public function forget(): void
+    {
+        $this->isLoaded = false;
+        $this->options = [];
+        $this->includes->forget();
+    }
+
+    /** Null when there is no project file, or a broken one. */
+    public function project(): ?Project
+    {
+        if (!$this->isLoaded) {
+            $this->isLoaded = true;
+            $this->project = null;
+            $this->problems = [];
+            try {
+                $file = $this->projectFile();
+                $this->project = is_file($file) ? Project::load($file) : null;
+            } catch (Broken $problem) {
+                $this->problems[$problem->getMessage()] = $problem->getMessage();
+            }
+        }
+        return $this->project;
+    }
+
+    public function projectFile(): string
+    {
+        return rtrim($this->path, '/') . '/' . Project::FILE;
+    }
+
+    /** @return list<string> what is wrong with the project file and with sample data, beginning with file and place */
+    public function problems(): array
+    {
+        return array_values($this->problems);
+    }
+
+    /** What a check of a page looks for. */
+    public function options(string $page): Options
+    {
+        return $this->options[$page] ??= $this->makeOptions($page);
+    }
+
+    /** The sample data of a page; null when there is none. */
+    public function data(string $page): ?array
+    {
+        return $this->options($page)->data;
+    }
+
+    public function files(string $page): Files
+    {
+        return new Files($this->options($page)->includePath, $this->workspace->texts());
+    }
+
+    public function checker(string $page): Checker
+    {
+        return new Checker($this->options($page), $this->workspace->documents, $this->workspace->texts());
+    }
+
+    /** @return list<string> the paths of all templates */
+    public function templates(): array
+    {
+        try {
+            return TemplateFiles::in($this->project()?->pages ?? [$this->path], $this->patterns());
+        } catch (\RuntimeException) {
+            return [];
+        }
+    }
+
+    /** Whether a file of this name is a template. */
+    public function isTemplate(string $name): bool
+    {
+        return array_filter($this->patterns(), static fn(string $pattern): bool => fnmatch($pattern, $name)) !== [];
+    }
+
+    /** @return list<string> */
+    public function patterns(): array
+    {
+        return $this->project()?->names ?? Project::NAMES;
+    }
+
+    private function makeOptions(string $page): Options
+    {
+        $project = $this->project();
+        $rest = explode(PATH_SEPARATOR, get_include_path());
+        if (!$project) {
+            return new Options([$this->path, '', ...$rest]);
+        }
+        try {
+            return $project->options($page);
+        } catch (Broken $problem) {
+            $this->problems[$problem->getMessage()] = $problem->getMessage();
+            $off = $project->off();
+            return new Options($project->includePath, $off, $project->security, null, $project->errors(), $project->vouched);
+        }
+    }
+}

@@ -1,0 +1,187 @@
+<?php
+
+namespace TemplateTool\Server;
+
+use TemplateTool\Files\Files;
+use TemplateTool\Syntax\Reference;
+
+/** Which template of a project includes which. Texts that are open count as they are in the editor. */
+final class Includes
+{
+    // The argument of an include tag; what looks like one inside of doubled braces is none.
+    private const TAG = '~(?:\{\{|\{(?=[ \t\n\r]|\z))(*SKIP)(*FAIL)|\{include([^{}]*+)~';
+    private const BLANKS = " \t\n\r\v\f";
+    private const LARGEST = 8_000_000;
+    private const FRESH = 2.0;
+
+    /** @var array<string, array{string, list<string>}> by path: what tells a change, and the names it includes */
+    private array $names = [];
+
+    /** @var ?array<string, array<string, true>> by path: the paths of the templates that include it */
+    private ?array $includers = null;
+
+    /** @var array<string, list<string>> by path: those that it includes */
+    private array $included = [];
+
+    private float $read = 0.0;
+
+    public function __construct(private Folder $folder, private Workspace $workspace)
+    {
+    }
+
+    /** Whether the project has been read once. */
+    public function isKnown(): bool
+    {
+        return $this->read > 0.0;
+    }
+
+    /** Files have changed on the disk: the next question reads anew. */
+    public function forget(): void
+    {
+        $this->read = min($this->read, 1.0);
+    }
+
+    /**
+     * Reads what has changed. $onFile is called now and then with the percentage done; what it throws goes through.
+     */
+    public function read(?callable $onFile = null): void
+    {
+        if (microtime(true) - $this->read < self::FRESH) {
+            return;
+        }
+        $paths = [];
+        foreach ($this->folder->templates() as $path) {
+            $paths[realpath($path) ?: $path] = true;
+        }
+        $count = 0;
+        foreach ($paths as $path => $_) {
+            if ((++$count & 63) === 0 && $onFile) {
+                $onFile(intdiv(100 * $count, count($paths)));
+            }
+            $this->readFile($path);
+        }
+        foreach (array_diff_key($this->names, $paths) as $path => $_) {
+            if ($this->workspace->open($path) === null) {
+                unset($this->names[$path]);
+                $this->includers = null;
+            }
+        }
+        $this->read = microtime(true);
+    }
+
+    /** The text of an open template has changed. */
+    public function readFile(string $path): void
+    {
+        $open = $this->workspace->open($path);
+        $stat = $open ? null : @stat($path);
+        $mark = $open ? md5($open->text()) : ($stat ? "$stat[mtime] $stat[size] $stat[ino]" : '');
+        $known = $this->names[$path] ?? null;
+        if ($known !== null && $known[0] === $mark) {
+            return;
+        }
+        $isSmall = $open || ($stat && $stat['size'] <= self::LARGEST && is_file($path));
+        $text = $open?->text() ?? ($isSmall ? (string) @file_get_contents($path) : '');
+        preg_match_all(self::TAG, $text, $tags);
+        $names = array_map(static fn(string $argument): string => trim($argument, self::BLANKS), $tags[1]);
+        $names = array_values(array_unique($names));
+        if ($known === null || $known[1] !== $names) {
+            $this->includers = null;
+        }
+        $this->names[$path] = [$mark, $names];
+    }
+
+    /** @return list<string> the paths of all templates of the project */
+    public function templates(): array
+    {
+        return array_keys($this->names);
+    }
+
+    /** @return list<string> the paths of the templates that a template includes itself */
+    public function of(string $path): array
+    {
+        $this->connect();
+        return $this->included[$path] ?? [];
+    }
+
+    /** @return list<string> the paths of the templates that include it themselves */
+    public function includers(string $path): array
+    {
+        $this->connect();
+        return array_keys($this->includers[$path] ?? []);
+    }
+
+    /** @return array<string, true> the paths of all that a template includes, and its own */
+    public function reach(string $path): array
+    {
+        $this->connect();
+        return $this->closure($path, fn(string $each): array => $this->included[$each] ?? []);
+    }
+
+    /** @return list<string> the pages in which a template is used: itself, if none includes it */
+    public function pages(string $path): array
+    {
+        $this->connect();
+        $all = $this->closure($path, fn(string $each): array => array_keys($this->includers[$each] ?? []));
+        $pages = array_filter(array_keys($all), fn(string $each): bool => empty($this->includers[$each]));
+        return array_values($pages) ?: [$path];
+    }
+
+    /** @return array<string, true> */
+    private function closure(string $start, callable $next): array
+    {
+        $all = [$start => true];
+        for ($todo = [$start]; $todo;) {
+            foreach ($next(array_pop($todo)) as $each) {
+                if (!isset($all[$each])) {
+                    $all[$each] = true;
+                    $todo[] = $each;
+                }
+            }
+        }
+        return $all;
+    }
+
+    private function connect(): void
+    {
+        if ($this->includers !== null) {
+            return;
+        }
+        $this->includers = [];
+        $this->included = [];
+        $unknown = [];
+        foreach ($this->names as $path => [, $names]) {
+            $files = null;
+            foreach ($names as $name) {
+                $files ??= $this->folder->files($path);
+                $this->link($path, $name, $path, $files) || $unknown[] = [$path, $name];
+            }
+        }
+        // What isn't found from the partial itself may lie beside a page that uses it.
+        foreach ($unknown as [$path, $name]) {
+            foreach ($this->pages($path) as $page) {
+                if ($page !== $path && $this->link($path, $name, $page, $this->folder->files($page))) {
+                    break;
+                }
+            }
+        }
+    }
+
+    private function link(string $path, string $name, string $page, Files $files): bool
+    {
+        $found = $files->find($name, $page);
+        $data = $found === null && $name !== '' ? $this->folder->data($page) : null;
+        $value = $data === null ? null : (new Reference($name, 0))->find($data);
+        if ($value && is_string($value[0])) {
+            $found = $files->find($value[0], $page);
+        }
+        if ($found === null || is_dir($found)) {
+            return false;
+        }
+        $found = realpath($found) ?: $found;
+        if ($found !== $path) {
+            $this->includers[$found][$path] = true;
+            $this->included[$path][] = $found;
+        }
+        return true;
+    }
+}

@@ -1,0 +1,196 @@
+<?php
+
+namespace TemplateTool\Server;
+
+use TemplateTool\Syntax\Engine;
+use TemplateTool\Syntax\Node;
+use TemplateTool\Syntax\Reference;
+use TemplateTool\Syntax\Source;
+
+/** Ways from one place of the templates to others. */
+final class Navigation
+{
+    private const READ = 2;
+    private const TEXT = 1;
+
+    public function __construct(private Server $server, private Workspace $workspace)
+    {
+    }
+
+    /** Of an include tag the file, of names and stars the loop, of a closing tag the opening one, and the other way round. */
+    public function definition(array $parameters): array
+    {
+        [$place, $spot] = $this->spot($parameters);
+        $usages = $this->usages($place);
+        $source = $place->document->source;
+        return match ($spot?->part) {
+            Spot::FILE => array_map($this->start(...), $usages->targets($spot->document, $spot->node)),
+            Spot::END => [$this->opening($source, $spot->node)],
+            Spot::KEYWORD => $spot->node->end === null ? [] : [$this->closing($source, $spot->node)],
+            Spot::NAME, Spot::LOOP, Spot::STAR, Spot::INDEX => array_values(array_map(
+                fn(Loop $loop): array => $this->opening($loop->scope->document->source, $loop->node),
+                $usages->loops($spot)
+            )),
+            default => [],
+        };
+    }
+
+    /** Of a file the include tags that lead to it; outside of tags, those that lead to this file. */
+    public function references(array $parameters): array
+    {
+        [$place, $spot] = $this->spot($parameters, true);
+        $found = [];
+        foreach ($this->same($place, $spot, null) as $each) {
+            $found[] = $this->location($each);
+        }
+        return $found;
+    }
+
+    public function highlight(array $parameters): array
+    {
+        [$place, $spot] = $this->spot($parameters);
+        $source = $place->document->source;
+        $lines = $this->workspace->lines($source);
+        if ($spot?->part === Spot::KEYWORD || $spot?->part === Spot::END) {
+            $node = $spot->node;
+            $ranges = [$this->opening($source, $node)];
+            $node->end === null || $ranges[] = $this->closing($source, $node);
+            return array_map(static fn(array $each): array => ['range' => $each['range'], 'kind' => self::TEXT], $ranges);
+        }
+        $found = [];
+        foreach ($spot ? $this->same($place, $spot, $place->path) : [] as $each) {
+            $found[] = ['range' => $lines->range($each->offset, $each->length), 'kind' => self::READ];
+        }
+        return $found;
+    }
+
+    public function prepareRename(array $parameters): ?array
+    {
+        [$place, $spot] = $this->spot($parameters);
+        if ($spot === null || !$this->usages($place)->loops($spot) || !in_array($spot->part, [Spot::NAME, Spot::LOOP], true)) {
+            throw new ResponseError(ResponseError::FAILED, 'only the names of loops can be changed');
+        }
+        return $this->location($spot)['range'];
+    }
+
+    /** Changes the name of a loop, here and in all that it includes. */
+    public function rename(array $parameters): array
+    {
+        [$place, $spot] = $this->spot($parameters, true);
+        $name = (string) $parameters['newName'];
+        $usages = $this->usages($place);
+        $loops = $spot && in_array($spot->part, [Spot::NAME, Spot::LOOP], true) ? $usages->loops($spot) : [];
+        if (!$loops) {
+            throw new ResponseError(ResponseError::FAILED, 'only the names of loops can be changed');
+        }
+        if ((new Reference("$name::*", 0))->namespace !== $name || !$this->isName($name)) {
+            throw new ResponseError(ResponseError::FAILED, "\"$name\" can't be the name of a loop");
+        }
+        // What is used here may be used in other pages as well, inside other loops of this name.
+        do {
+            $count = count($loops);
+            $spots = iterator_to_array($usages->ofLoops($loops), false);
+            foreach ($spots as $each) {
+                $loops += $usages->loops($each);
+            }
+        } while (count($loops) > $count);
+
+        $this->mustBeFree($usages, $loops, $spots, $name);
+
+        $changes = [];
+        foreach ($spots as $each) {
+            if ($each->part !== Spot::STAR) {
+                $location = $this->location($each);
+                $changes[$location['uri']][] = ['range' => $location['range'], 'newText' => $name];
+            }
+        }
+        return ['changes' => $changes ?: new \stdClass()];
+    }
+
+    /** @return array{Place, ?Spot} what the parameters of a request point at. $everywhere: the project has to be known */
+    private function spot(array $parameters, bool $everywhere = false): array
+    {
+        $place = $this->workspace->place($parameters);
+        if ($everywhere) {
+            $place->folder->includes->read(fn() => $this->server->yield());
+        }
+        return [$place, Spot::at($place->document, $place->offset)];
+    }
+
+    private function usages(Place $place): Usages
+    {
+        return new Usages($this->workspace, $place->folder, fn() => $this->server->yield());
+    }
+
+    /** What means the same as a spot. $only: the path of the only file to look into. @return iterable<Spot> */
+    private function same(Place $place, ?Spot $spot, ?string $only): iterable
+    {
+        $usages = $this->usages($place);
+        switch ($spot?->part) {
+            case null:
+            case Spot::FILE:
+                foreach ($spot ? $usages->targets($spot->document, $spot->node) : [$place->path] as $target) {
+                    foreach ($usages->ofFile($target) as $each) {
+                        if ($only === null || $each->document->source->path === $only) {
+                            yield $each;
+                        }
+                    }
+                }
+                break;
+            case Spot::INDEX:
+                yield from $usages->ofPaths($usages->paths($spot), $only);
+                break;
+            case Spot::NAME:
+            case Spot::LOOP:
+            case Spot::STAR:
+                yield from $usages->ofLoops($usages->loops($spot), $only);
+        }
+    }
+
+    private function isName(string $name): bool
+    {
+        return strpbrk($name, "{},'") === false
+            && (new Engine())->complaint("{dynamic $name,x}{{$name}::*}{/dynamic}") === null;
+    }
+
+    /**
+     * @param array<string, Loop> $loops
+     * @param list<Spot> $spots
+     * @throws ResponseError when there is a loop of this name around a spot, or inside one of the loops
+     */
+    private function mustBeFree(Usages $usages, array $loops, array $spots, string $name): void
+    {
+        $other = $usages->inside($loops, $name);
+        foreach ($other ? [] : $spots as $spot) {
+            foreach ($usages->scopes($spot->document, $spot->node) as $scope) {
+                $other ??= $scope->find($name);
+            }
+        }
+        if ($other) {
+            $source = $other->scope->document->source;
+            $place = basename($source->name) . ', line ' . $source->position($other->node->offset)[0];
+            throw new ResponseError(ResponseError::FAILED, "there is a loop \"$name\" already: $place");
+        }
+    }
+
+    private function start(string $path): array
+    {
+        $start = ['line' => 0, 'character' => 0];
+        return ['uri' => $this->workspace->uri($path), 'range' => ['start' => $start, 'end' => $start]];
+    }
+
+    private function opening(Source $source, Node $node): array
+    {
+        return $this->workspace->location($source, $node->offset, Spot::endOf($node) - $node->offset);
+    }
+
+    private function closing(Source $source, Node $node): array
+    {
+        return $this->workspace->location($source, $node->endOffset, $node->end - $node->endOffset);
+    }
+
+    private function location(Spot $spot): array
+    {
+        return $this->workspace->location($spot->document->source, $spot->offset, $spot->length);
+    }
+}
