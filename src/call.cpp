@@ -1,55 +1,34 @@
 #include "call.h"
 
-#include "php/memory.h"
+#include "php/failure.h"
+#include "tree/block.h"
 
 HashTable* Call::beginLoop(DynamicBlock& oBlock, const zval* phpData) {
 	HashTable* oTable = PHPInterface::acquireTable(phpData);
 	if (oTable) {
-		oBlock.phpTable = oTable;
-		oBlock.oOuterLoop = oInnermostLoop;
-		oInnermostLoop = &oBlock;
+		oBlock.oLoop.phpTable = oTable;
+		oBlock.oLoop.oOuterLoop = oRendering.oInnermostLoop;
+		oRendering.oInnermostLoop = &oBlock;
 	}
 	throwIfPhpFailed();
 	return oTable;
 }
 
 void Call::endLoop() {
-	DynamicBlock* oBlock = oInnermostLoop;
-	oInnermostLoop = oBlock->oOuterLoop;
-	zend_array_release(oBlock->phpTable);
-}
-
-char* Call::takeFileBuffer() {
-	if (FileBuffer* oBuffer = oFreeFileBuffers) {
-		oFreeFileBuffers = oBuffer->oNext;
-		return oBuffer->aBytes;
-	}
-	if (!bFirstFileBufferTaken) {
-		bFirstFileBufferTaken = true;
-		return oFirstFileBuffer.aBytes;
-	}
-	return static_cast<FileBuffer*>(requestMemory(sizeof(FileBuffer)))->aBytes;
-}
-
-void Call::giveFileBuffer(char* pBuffer) {
-	auto* oBuffer = reinterpret_cast<FileBuffer*>(pBuffer);
-	oBuffer->oNext = oFreeFileBuffers;
-	oFreeFileBuffers = oBuffer;
+	LoopState& oLoop = oRendering.oInnermostLoop->oLoop;
+	oRendering.oInnermostLoop = oLoop.oOuterLoop;
+	zend_array_release(oLoop.phpTable);
 }
 
 void Call::release() {
-	while (oInnermostLoop) {
+	while (oRendering.oInnermostLoop) {
 		endLoop();
 	}
-	oNames.release();
+	oRendering.sOutput.release();
+	oAnalysis.oIncludes.release();
+	oAnalysis.oScopes.release();
+	oAnalysis.sTag.release();
 	sTexts.release();
-	sTag.release();
-	sOutput.release();
-	while (FileBuffer* oBuffer = oFreeFileBuffers) {
-		oFreeFileBuffers = oBuffer->oNext;
-		if (oBuffer != &oFirstFileBuffer) {
-			efree(oBuffer);
-		}
-	}
+	oFileBuffers.release();
 	oArena.release();
 }

@@ -1,8 +1,8 @@
 #include "call.h"
-#include "php/error.h"
+#include "php/failure.h"
 #include "php/headers.h"
+#include "php/stream.h"
 #include "php/warning.h"
-#include "source/input.h"
 #include "template.h"
 
 #include <cstring>
@@ -37,7 +37,7 @@ void run(Call& call, std::string_view sFileName, bool string_mode, Outcome& oOut
 /// Runs a call and frees all that it used. A fatal error inside goes on from here, when nothing is left of the engine
 /// but open streams, which PHP closes at the end of the request.
 void runAndRelease(std::string_view sFileName, const zval* userData, bool string_mode, Outcome& oOutcome) {
-	Call call(userData);
+	Call call(userData, sFileName);
 	bool bFatal = false;
 	zend_try {
 		run(call, sFileName, string_mode, oOutcome);
@@ -53,6 +53,13 @@ void runAndRelease(std::string_view sFileName, const zval* userData, bool string
 	}
 }
 
+/// The error of arguments that can't be taken follows PHP's own, unless user code that converts one has ended the request.
+void warnOfArguments() {
+	if (!isRequestEnding()) {
+		raiseWarning("Error while parsing parameters");
+	}
+}
+
 } // namespace
 
 ZEND_FUNCTION(template) {
@@ -65,7 +72,7 @@ ZEND_FUNCTION(template) {
 		Z_PARAM_ARRAY(userData)
 		Z_PARAM_OPTIONAL
 		Z_PARAM_BOOL(string_mode)
-	ZEND_PARSE_PARAMETERS_END_EX(raiseWarning("Error while parsing parameters"); RETURN_NULL());
+	ZEND_PARSE_PARAMETERS_END_EX(warnOfArguments(); RETURN_NULL());
 
 	Outcome oOutcome;
 	// The name, or the text, ends at its first zero byte.
@@ -88,7 +95,7 @@ ZEND_FUNCTION(template) {
 }
 
 static zend_result zm_startup_template(int, int module_number) {
-	Input::startUp(module_number);
+	OwnedStream::startUp(module_number);
 	return SUCCESS;
 }
 

@@ -1,4 +1,4 @@
-#include "php/error.h"
+#include "php/failure.h"
 #include "template.h"
 
 #include <optional>
@@ -26,11 +26,11 @@ void Template::analyzeIncludeBlock(BlockList& subBlockList, std::string_view sAr
 	// The included file is closed only when its error is out of the catch block: that may run user code.
 	std::optional<TemplateError> oError;
 	{
-		Template oTemplate(call.oArena.copy(sIncluded), *this);
+		Template oTemplate(call.oArena.copy(sIncluded), call);
 		try {
 			// A file that can't be opened is left out without a word.
 			if (oTemplate.open(false)) {
-				oTemplate._analyzeTemplate(subBlockList, Block::UNKNOWN);
+				oTemplate.analyzeIncludedFile(subBlockList);
 			}
 		} catch (const TemplateError& oCaught) {
 			oError = oCaught;
@@ -43,24 +43,29 @@ void Template::analyzeIncludeBlock(BlockList& subBlockList, std::string_view sAr
 }
 
 bool Template::isInIncludeChain(std::string_view sName) const {
-	for (const Template* oTemplate = this; oTemplate; oTemplate = oTemplate->oIncluder) {
-		if (oTemplate->sFileName == sName) {
-			return true;
-		}
-	}
-	return false;
+	return sName == call.sOwnName || call.oAnalysis.oIncludes.find(sName);
+}
+
+/// Analyses this template as a part of the one that includes it.
+void Template::analyzeIncludedFile(BlockList& subBlockList) {
+	IncludedFile oFile;
+	oFile.setName(sFileName);
+	call.oAnalysis.oIncludes.insert(&oFile);
+	_analyzeTemplate(subBlockList, Block::UNKNOWN);
+	call.oAnalysis.oIncludes.remove(&oFile);
 }
 
 // --- Optional -------------------------------------------------------------------------------------------------------
 
-void Template::analyzeOptionalBlock(BlockList& subBlockList, std::string_view sArgument, bool bNegation) {
+void Template::analyzeOptionalBlock(BlockList& subBlockList, std::string_view sArgument, Block::BLOCK_TYPE eType) {
+	bool bNegation = eType == Block::NOPTIONAL;
 	size_t iBlank = sArgument.find(' ');
 	std::string_view sArgument1 = sArgument.substr(0, iBlank);
 	std::string_view sArgument2 = iBlank == std::string_view::npos ? "" : sArgument.substr(iBlank + 1);
 
 	const zval* phpVariable = nullptr;
 	Reference oReference = analyzeVariable(sArgument1, formOf(sArgument1), phpVariable);
-	Arena::Mark oMark = call.oArena.mark();
+	Arena::Position oBefore = call.oArena.position();
 	ComparedValue oValue(call.oArena.copy(sArgument2));
 
 	if (oReference.eType == ASTERISK || oReference.eType == KEY) {
@@ -73,7 +78,7 @@ void Template::analyzeOptionalBlock(BlockList& subBlockList, std::string_view sA
 
 	// Decided here and now. (Null, no such value, counts as a condition that does not hold.)
 	bool bVisible = checkIfOptionalIsVisible(phpVariable, oValue) != bNegation;
-	call.oArena.rewind(oMark);
+	call.oArena.rewind(oBefore);
 	if (bVisible) {
 		_analyzeTemplate(subBlockList, Block::OPTIONAL_CLOSE);
 	} else {
@@ -83,39 +88,49 @@ void Template::analyzeOptionalBlock(BlockList& subBlockList, std::string_view sA
 
 // --- Dynamic --------------------------------------------------------------------------------------------------------
 
-void Template::analyzeDynamicBlock(BlockList& subBlockList, std::string_view sArgument, bool bReverse) {
-	Block::BLOCK_TYPE eClosingTag = bReverse ? Block::RDYNAMIC_CLOSE : Block::DYNAMIC_CLOSE;
+void Template::analyzeDynamicBlock(BlockList& subBlockList, std::string_view sArgument, Block::BLOCK_TYPE eType) {
+	Block::BLOCK_TYPE eClosingTag = KEYWORDS_BY_TYPE[eType].eClosingTag;
 	std::string_view sDynamicName;
 	size_t iPos = sArgument.find(',');
 	if (iPos != std::string_view::npos) {
 		sDynamicName = sArgument.substr(0, iPos);
 		sArgument.remove_prefix(iPos + 1);
 	}
-	// The innermost block of that name is this template's own if any is: those of the includers lie further out.
-	const DynamicBlock* oNamesake = sDynamicName.empty() ? nullptr : call.oNames.find(sDynamicName);
+	// The innermost body of that name is this template's own if any is: those of the includers lie further out.
+	DynamicScope* oNamesake = sDynamicName.empty() ? nullptr : call.oAnalysis.oScopes.find(sDynamicName);
 	if (oNamesake && oNamesake->oTemplate == this) {
 		fail({"Dynamic block bad parameter '", sArgument, "': namespace is used already"});
 	}
-	DynamicBlock* oBlock = makeDynamicBlock(sArgument, bReverse);
-	if (!oBlock) {
+	if (DynamicBlock* oBlock = makeDynamicBlock(sArgument, eType == Block::RDYNAMIC)) {
+		storeBlock(subBlockList, oBlock);
+		analyzeDynamicBody(*oBlock, sDynamicName, oNamesake, eClosingTag);
+	} else {
 		analyzeHiddenBody(eClosingTag);
-		return;
 	}
-	storeBlock(subBlockList, oBlock);
+}
 
-	zend_string* sName = sDynamicName.empty() ? nullptr : call.oArena.makeKey(sDynamicName);
-	const DynamicBlock* oOuter = call.oInnermost;
-	oBlock->oTemplate = this;
-	call.oInnermost = oBlock;
-	if (sName) {
-		call.oNames.open(sName, oBlock);
+/// Analyses the body of a block. `oNamesake` is the innermost open one of its name.
+void Template::analyzeDynamicBody(DynamicBlock& oBlock, std::string_view sDynamicName, DynamicScope* oNamesake,
+								  Block::BLOCK_TYPE eClosingTag) {
+	AnalysisState& oState = call.oAnalysis;
+	DynamicScope oScope(&oBlock, this, oState.oInnermost, oNamesake);
+	if (!sDynamicName.empty()) {
+		oScope.setName(call.oArena.copy(sDynamicName));
+		if (oNamesake) {
+			oState.oScopes.remove(oNamesake);
+		}
+		oState.oScopes.insert(&oScope);
 	}
-	_analyzeTemplate(oBlock->listSubBlocks, eClosingTag);
-	storeTextBlock(oBlock->listSubBlocks);
-	if (sName) {
-		call.oNames.close(sName, oBlock);
+	oState.oInnermost = &oScope;
+	_analyzeTemplate(oBlock.listSubBlocks, eClosingTag);
+	storeTextBlock(oBlock.listSubBlocks);
+	oState.oInnermost = oScope.oOuter;
+	if (!sDynamicName.empty()) {
+		oState.oScopes.remove(&oScope);
+		if (oNamesake) {
+			oState.oScopes.insert(oNamesake);
+		}
 	}
-	call.oInnermost = oOuter;
 }
 
 /// Makes the block of a dynamic tag; null when it is known to have no data.

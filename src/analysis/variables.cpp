@@ -1,6 +1,6 @@
 #include "data/escape.h"
 #include "data/value_text.h"
-#include "php/error.h"
+#include "php/failure.h"
 #include "php/time_limit.h"
 #include "template.h"
 #include "text/white_space.h"
@@ -26,26 +26,12 @@ std::string_view takeReference(std::string_view& sReferences) {
 
 } // namespace
 
-// --- References -----------------------------------------------------------------------------------------------------
+struct Template::VariableTag {
+	std::string_view sReferences;          ///< separated by white space
+	std::optional<std::string_view> sText; ///< the fallback text, if there is one
+};
 
-void Template::failReference(ReferenceError eError, std::string_view sArgument) const {
-	switch (eError) {
-		case ReferenceError::TOO_MANY_COLONS:
-			fail({"Bad formated parameter'", sArgument, "': too many :"});
-		case ReferenceError::KEY_NOT_LAST:
-			fail({"Bad formated parameter: [*] must be last"});
-		case ReferenceError::TOO_MANY_STARS:
-			fail({"Bad formated parameter'", sArgument, "': too many *"});
-		case ReferenceError::TOO_MANY_STARS_LEFTMOST:
-			fail({"Bad formated parameter: too many *"});
-		case ReferenceError::TOO_MANY_NAMESPACES:
-			fail({"Bad formated parameter'", sArgument, "': too many namespaces"});
-		case ReferenceError::TOO_MANY_NAMESPACES_LEFTMOST:
-		case ReferenceError::NO_ERROR:
-			break;
-	}
-	fail({"Bad formated parameter: too many namespaces"});
-}
+// --- References -----------------------------------------------------------------------------------------------------
 
 Reference Template::parseArgument(std::string_view sArgument) {
 	Reference oReference;
@@ -64,14 +50,14 @@ Reference Template::analyzeVariable(std::string_view sArgument, ArgumentForm eFo
 	if (eForm == ArgumentForm::NAME) {
 		phpFound = call.php.find(sArgument);
 	} else {
-		Arena::Mark oMark = call.oArena.mark();
+		Arena::Position oBefore = call.oArena.position();
 		oReference = parseArgument(sArgument);
 		if (oReference.eType != IMMEDIATE) {
 			return oReference;
 		}
 		phpFound = findVariable(oReference.listIndexes.first(), nullptr);
 		oReference.listIndexes = {};
-		call.oArena.rewind(oMark);
+		call.oArena.rewind(oBefore);
 	}
 	if (phpFound) {
 		phpVariable = phpFound;
@@ -81,131 +67,126 @@ Reference Template::analyzeVariable(std::string_view sArgument, ArgumentForm eFo
 	return oReference;
 }
 
-/// Walks a path from `phpVarRoot`, or from the user data when it is null. Returns null when there is no such value.
-const zval* Template::findVariable(const Index* oIndex, const zval* phpVarRoot) const {
-	if (!oIndex) {
-		return phpVarRoot;
-	}
-	for (;;) {
-		const zval* phpFound = oIndex->sKey ? call.php.hashFind(*oIndex, phpVarRoot)
-											: PHPInterface::hashIndexFind(oIndex->nIndex, phpVarRoot);
-		oIndex = oIndex->oNext;
-		if (!oIndex || !phpFound) {
-			return phpFound;
-		}
-		if (Z_TYPE_P(phpFound) != IS_ARRAY) {
-			return nullptr;
-		}
-		phpVarRoot = phpFound;
-	}
-}
-
 /// Finds the dynamic block that a star or key reference means: the outermost of its namespace, or the innermost of all.
 DynamicReference Template::resolveNamespace(const Reference& oReference) const {
-	const DynamicBlock* oBlock = call.oInnermost;
+	const DynamicScope* oScope = call.oAnalysis.oInnermost;
 	if (!oReference.sNamespace.empty()) {
-		const DynamicBlock* oNamesake = call.oNames.find(oReference.sNamespace);
-		oBlock = oNamesake ? oNamesake->oOutermostNamesake : nullptr;
+		oScope = call.oAnalysis.oScopes.find(oReference.sNamespace);
+		oScope = oScope ? oScope->oOutermostNamesake : nullptr;
 	}
 	const Index* oIndex = oReference.listIndexes.first();
 	DynamicReference::TARGET eTarget = DynamicReference::PATH;
-	if (!oBlock) {
+	if (!oScope) {
 		eTarget = DynamicReference::NOTHING;
 	} else if (oReference.eType == KEY) {
 		eTarget = DynamicReference::KEY;
 	} else if (oIndex && oIndex->sKey && !oIndex->oNext) {
 		eTarget = DynamicReference::COLUMN;
 	}
-	return {oBlock, oIndex, eTarget};
+	return {oScope ? oScope->oBlock : nullptr, oIndex, eTarget};
 }
 
 // --- Analysis of tags -----------------------------------------------------------------------------------------------
 
 /// Splits the argument of a variable tag, which has no white space around it.
-void Template::splitVariableTag(std::string_view sArgument, VariableTag& oTag) const {
-	bool bString = false;
-	size_t iFirstEnd = 0;
-	size_t iPos = 0;
-	for (; iPos < sArgument.size(); ++iPos) {
+Template::VariableTag Template::splitVariableTag(std::string_view sArgument) const {
+	VariableTag oTag{sArgument, {}};
+	bool bReference = false;
+	for (size_t iPos = 0; iPos < sArgument.size(); ++iPos) {
 		char ch = sArgument[iPos];
 		if (isSpace(ch)) {
-			iFirstEnd = iFirstEnd ? iFirstEnd : iPos;
-			bString = false;
+			bReference = false;
 		} else if (ch != '\'') {
-			bString = true;
-		} else if (bString) {
+			bReference = true;
+		} else if (bReference) {
 			fail({"Variable block bad parameter '", sArgument, "': ' is forbidden in variable"});
 		} else {
 			size_t iLast = sArgument.size() - 1;
 			if (iPos == iLast || sArgument[iLast] != '\'') {
 				fail({"Variable block bad parameter '", sArgument, "': could not find second ' as the last character"});
 			}
-			oTag.bText = true;
+			oTag.sReferences = sArgument.substr(0, iPos);
 			oTag.sText = sArgument.substr(iPos + 1, iLast - iPos - 1);
 			break;
 		}
 	}
-	iFirstEnd = iFirstEnd ? iFirstEnd : iPos;
-	oTag.sFirst = sArgument.substr(0, iFirstEnd);
-	oTag.sRest = sArgument.substr(iFirstEnd, iPos - iFirstEnd);
+	return oTag;
 }
 
 void Template::analyzeVariableBlock(BlockList& subBlockList, std::string_view sArgument) {
-	ArgumentForm eForm = formOf(sArgument);
-	if (eForm == ArgumentForm::NAME) {
-		if (const zval* phpVariable = call.php.find(sArgument)) {
-			appendValue(call.sTexts, phpVariable);
-		} else {
-			echoTag(call.sTexts, sArgument);
-		}
-		return;
+	switch (formOf(sArgument)) {
+		case ArgumentForm::NAME:
+			if (const zval* phpVariable = call.php.find(sArgument)) {
+				appendValue(call.sTexts, phpVariable);
+			} else {
+				echoTag(call.sTexts, sArgument);
+			}
+			break;
+		case ArgumentForm::REFERENCE:
+			analyzeVariableTag(subBlockList, sArgument, {sArgument, {}});
+			break;
+		case ArgumentForm::OTHER:
+			analyzeVariableTag(subBlockList, sArgument, splitVariableTag(sArgument));
+			break;
 	}
-	VariableTag oTag;
-	oTag.sFirst = sArgument;
-	if (eForm == ArgumentForm::OTHER) {
-		splitVariableTag(sArgument, oTag);
-		eForm = formOf(oTag.sFirst);
-	}
-	std::string_view sRest = oTag.sRest;
-	for (std::string_view sReference = oTag.sFirst; !sReference.empty();
-		 sReference = takeReference(sRest), eForm = formOf(sReference)) {
+}
+
+/// Prints the first reference that finds something, or makes a block from the first on that only rendering can try.
+void Template::analyzeVariableTag(BlockList& subBlockList, std::string_view sArgument, const VariableTag& oTag) {
+	std::string_view sRest = oTag.sReferences;
+	for (std::string_view sReference = takeReference(sRest); !sReference.empty(); sReference = takeReference(sRest)) {
 		checkTimeLimit();
 		const zval* phpVariable = nullptr;
-		Reference oReference = analyzeVariable(sReference, eForm, phpVariable);
-		if (oReference.eType == IMMEDIATE) {
-			appendValue(call.sTexts, phpVariable);
-			return;
-		}
-		if (oReference.eType == NONE) {
-			continue;
+		Reference oReference = analyzeVariable(sReference, formOf(sReference), phpVariable);
+		switch (oReference.eType) {
+			case NONE:
+				continue;
+			case IMMEDIATE:
+				appendValue(call.sTexts, phpVariable);
+				return;
+			case ASTERISK:
+			case KEY:
+				break;
 		}
 		// What came before finds nothing at render time either: the path to a value can't change during a call.
 		DynamicReference oDynamic = resolveNamespace(oReference);
-		MyList<Alternative> listVariables;
-		bool bMayFail = true;
-		while (bMayFail && !sRest.empty() && !(sReference = takeReference(sRest)).empty()) {
-			checkTimeLimit();
-			if (Alternative* oNext = keepAlternative(sReference)) {
-				listVariables.append(oNext);
-				bMayFail = oNext->eKind == Alternative::DYNAMIC_VALUE;
-			}
+		MyList<Alternative> listVariables = keepAlternatives(sRest);
+		std::optional<std::string_view> sText;
+		if (oTag.sText) {
+			sText = call.oArena.copy(*oTag.sText);
 		}
-		std::string_view sVariables = call.oArena.copy(sArgument);
-		storeBlock(subBlockList, oTag.bText ? call.oArena.make<MultiVariableBlock>(
-												  oDynamic, listVariables, call.oArena.copy(oTag.sText), sVariables)
-											: call.oArena.make<MultiVariableBlock>(oDynamic, listVariables, sVariables));
+		storeBlock(subBlockList, call.oArena.make<MultiVariableBlock>(oDynamic, listVariables, sText,
+																	  call.oArena.copy(sArgument)));
 		return;
 	}
-	if (oTag.bText) {
-		call.sTexts.append(oTag.sText);
+	if (oTag.sText) {
+		call.sTexts.append(*oTag.sText);
 	} else {
 		echoTag(call.sTexts, sArgument);
 	}
 }
 
+/// Makes what the references of a list are at render time, up to the first that ends the search whatever it finds.
+MyList<Alternative> Template::keepAlternatives(std::string_view sReferences) {
+	MyList<Alternative> listVariables;
+	for (;;) {
+		std::string_view sReference = takeReference(sReferences);
+		if (sReference.empty()) {
+			return listVariables;
+		}
+		checkTimeLimit();
+		if (Alternative* oNext = keepAlternative(sReference)) {
+			listVariables.append(oNext);
+			if (oNext->eKind != Alternative::DYNAMIC_VALUE) {
+				return listVariables;
+			}
+		}
+	}
+}
+
 /// Makes what a later alternative is at render time; null when it will find nothing.
 Alternative* Template::keepAlternative(std::string_view sReference) {
-	Arena::Mark oMark = call.oArena.mark();
+	Arena::Position oBefore = call.oArena.position();
 	auto* oAlternative = call.oArena.make<Alternative>();
 	Reference oReference;
 	oAlternative->eError = parseReference(sReference, call.oArena, oReference);
@@ -216,7 +197,7 @@ Alternative* Template::keepAlternative(std::string_view sReference) {
 		oAlternative->eKind = Alternative::FOUND;
 		oAlternative->phpVariable = findVariable(oReference.listIndexes.first(), nullptr);
 		if (!oAlternative->phpVariable) {
-			call.oArena.rewind(oMark);
+			call.oArena.rewind(oBefore);
 			return nullptr;
 		}
 	} else {
@@ -232,12 +213,6 @@ void Template::analyzeEscapingBlock(BlockList& subBlockList, std::string_view sA
 	if (oReference.eType == ASTERISK || oReference.eType == KEY) {
 		storeBlock(subBlockList, call.oArena.make<VariableBlock>(eType, resolveNamespace(oReference)));
 	} else if (oReference.eType == IMMEDIATE && Z_TYPE_P(phpVariable) == IS_STRING) {
-		appendEscaped(call.sTexts, eType, Z_STR_P(phpVariable), EscapeTime::ANALYSIS);
+		appendEscaped(call.sTexts, KEYWORDS_BY_TYPE[eType].eEscaping, Z_STR_P(phpVariable), EscapeTime::ANALYSIS);
 	}
-}
-
-void Template::echoTag(TextBuffer& sOutput, std::string_view sArgument) {
-	sOutput.append('{');
-	sOutput.append(sArgument);
-	sOutput.append('}');
 }

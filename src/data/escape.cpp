@@ -1,7 +1,9 @@
 #include "data/escape.h"
 
+#include "data/value_text.h"
 #include "php/headers.h"
 #include "php/memory.h"
+#include "php/settings.h"
 #include "text/byte_scan.h"
 
 #include <algorithm>
@@ -39,13 +41,6 @@ bool containsClass(const zend_string* sText, uint8_t nClass) {
 		}
 	}
 	return false;
-}
-
-/// Whether PHP takes text of no stated character set for UTF-8, without a warning.
-bool isDefaultCharsetUtf8() {
-	const char* sInternal = PG(internal_encoding);
-	const char* sCharset = sInternal && *sInternal ? sInternal : SG(default_charset);
-	return sCharset && (strcmp(sCharset, "UTF-8") == 0 || strcasecmp(sCharset, "UTF-8") == 0);
 }
 
 void appendWhole(TextBuffer& sOutput, const zend_string* sText) {
@@ -142,16 +137,62 @@ void appendHtmlSpecialchars(TextBuffer& sOutput, const char* p, const char* pTex
 	}
 }
 
-void appendEscaped(TextBuffer& sOutput, Block::BLOCK_TYPE eType, const zend_string* sText, EscapeTime eTime) {
-	switch (eType) {
-		case Block::ADDSLASHES:
+void appendEscaped(TextBuffer& sOutput, Escaping eEscaping, const zend_string* sText, EscapeTime eTime) {
+	switch (eEscaping) {
+		case Escaping::NONE:
+			break;
+		case Escaping::ADDSLASHES:
 			appendAddslashes(sOutput, sText, eTime);
 			break;
-		case Block::RAWURLENCODE:
+		case Escaping::HTMLENTITIES:
+			appendHtml(sOutput, sText, true, eTime);
+			break;
+		case Escaping::HTMLSPECIALCHARS:
+			appendHtml(sOutput, sText, false, eTime);
+			break;
+		case Escaping::RAWURLENCODE:
 			appendRawurlencode(sOutput, sText, eTime);
 			break;
+	}
+}
+
+namespace {
+
+/// Whether an escaping changes the plus sign, which stands in the exponent of a float's text. None changes another
+/// character that a number consists of.
+bool changesPlusSign(Escaping eEscaping) {
+	switch (eEscaping) {
+		case Escaping::NONE:
+		case Escaping::ADDSLASHES:
+		case Escaping::HTMLENTITIES:
+		case Escaping::HTMLSPECIALCHARS:
+			return false;
+		case Escaping::RAWURLENCODE:
+			return true;
+	}
+	ZEND_UNREACHABLE();
+}
+
+} // namespace
+
+void appendEscapedValue(TextBuffer& sOutput, Escaping eEscaping, const zval* phpVariable) {
+	switch (Z_TYPE_P(phpVariable)) {
+		case IS_NULL:
+		case IS_FALSE:
+		case IS_TRUE:
+		case IS_LONG:
+			appendValue(sOutput, phpVariable);
+			return;
+		case IS_DOUBLE:
+			if (!changesPlusSign(eEscaping)) {
+				appendValue(sOutput, phpVariable);
+				return;
+			}
+			break;
 		default:
-			appendHtml(sOutput, sText, eType == Block::HTMLENTITIES, eTime);
 			break;
 	}
+	OwnedString sText(convertToString(phpVariable));
+	throwIfPhpFailed();
+	appendEscaped(sOutput, eEscaping, sText.get(), EscapeTime::RENDER);
 }

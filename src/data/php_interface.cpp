@@ -11,16 +11,6 @@ HashTable* PHPInterface::getHashTable(const zval* data) {
 	}
 }
 
-const zval* PHPInterface::hashFindAnywhere(const Index& key, const HashTable* table) {
-	const zval* found = zend_hash_find_known_hash(table, key.sKey);
-	if (found) {
-		const auto* bucket = reinterpret_cast<const Bucket*>(found);
-		key.nSlot = static_cast<uint32_t>(bucket - table->arData);
-		key.sLastKey = ZSTR_IS_INTERNED(bucket->key) ? bucket->key : key.sKey;
-	}
-	return found;
-}
-
 const zval* PHPInterface::hashIndexFind(zend_ulong index, const zval* data) {
 	HashTable* table = data ? getHashTable(data) : nullptr;
 	const zval* slot = table ? zend_hash_index_find(table, index) : nullptr;
@@ -29,25 +19,21 @@ const zval* PHPInterface::hashIndexFind(zend_ulong index, const zval* data) {
 
 namespace {
 
-HashTable* copyProperties(HashTable* table) {
+HashTable* copyProperties(const HashTable* table) {
 	HashTable* copy = zend_new_array(zend_hash_num_elements(table));
-	zend_ulong index;
-	zend_string* key;
-	zval* slot;
-	ZEND_HASH_FOREACH_KEY_VAL(table, index, key, slot) {
-		const zval* value = PHPInterface::slotValue(slot);
-		if (!value) {
+	for (uint32_t slot = 0; slot < numberOfSlots(table); ++slot) {
+		TableElement element = elementAt(table, slot);
+		if (!element.phpValue) {
 			continue;
 		}
-		zval element;
-		ZVAL_COPY(&element, value);
-		if (key) {
-			zend_hash_add_new(copy, key, &element);
+		zval value;
+		ZVAL_COPY(&value, element.phpValue);
+		if (element.sKey) {
+			zend_hash_add_new(copy, const_cast<zend_string*>(element.sKey), &value);
 		} else {
-			zend_hash_index_add_new(copy, index, &element);
+			zend_hash_index_add_new(copy, element.nIndex, &value);
 		}
 	}
-	ZEND_HASH_FOREACH_END();
 	return copy;
 }
 

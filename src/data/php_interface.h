@@ -1,6 +1,7 @@
 #pragma once
 
 #include "php/headers.h"
+#include "php/table.h"
 #include "text/byte_scan.h"
 #include "tree/reference.h"
 
@@ -20,13 +21,13 @@ public:
 		}
 		// A column of a table is found without a walk through the hash.
 		const HashTable* table = Z_ARRVAL_P(data);
-		if (key.nSlot < table->nNumUsed && !HT_IS_PACKED(table)) {
-			const Bucket& bucket = table->arData[key.nSlot];
-			if (Z_TYPE(bucket.val) != IS_UNDEF && (bucket.key == key.sLastKey || sameKey(bucket, key.sKey))) {
-				return &bucket.val;
+		if (mayHaveKey(table, key.oHint.nSlot)) {
+			TableElement element = elementAt(table, key.oHint.nSlot);
+			if (element.phpValue && (element.sKey == key.oHint.sKey || isKey(element, key.sKey))) {
+				return element.phpValue;
 			}
 		}
-		return hashFindAnywhere(key, table);
+		return findKey(table, key.sKey, key.oHint);
 	}
 
 	/// Looks a path of one component up in the user data; like `hashFind` for a string key, and null for an integer key.
@@ -43,26 +44,16 @@ public:
 	/// The table of an array, the property table of an object (null when it has none), null for any other value.
 	static HashTable* getHashTable(const zval* data);
 
-	/// The value behind a slot of a hash table: property tables point to the declared properties of their object.
-	/// Returns null for a slot without a value.
-	static const zval* slotValue(const zval* slot) {
-		if (Z_TYPE_P(slot) == IS_INDIRECT) {
-			slot = Z_INDIRECT_P(slot);
-		}
-		return Z_TYPE_P(slot) == IS_UNDEF ? nullptr : slot;
-	}
-
 	/// The table of `data` to walk while user code may run, or null when there is none to walk. The caller owns one
 	/// reference. An array is shared: who writes to it meanwhile gets a copy. An object's properties are copied, since
 	/// the object may change or rebuild its table in place.
 	static HashTable* acquireTable(const zval* data);
 
 private:
-	static bool sameKey(const Bucket& bucket, const zend_string* key) {
-		return bucket.key && byte_scan::same(bucket.key, key);
+	static bool isKey(const TableElement& element, const zend_string* key) {
+		return element.sKey && ZSTR_LEN(element.sKey) == ZSTR_LEN(key) &&
+			   byte_scan::same(ZSTR_VAL(element.sKey), ZSTR_VAL(key), ZSTR_LEN(key));
 	}
-
-	[[gnu::noinline]] static const zval* hashFindAnywhere(const Index& key, const HashTable* table);
 
 	const zval* userData;
 };

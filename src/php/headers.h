@@ -8,6 +8,7 @@ extern "C" {
 #include "SAPI.h"
 #include "fopen_wrappers.h"
 #include "php_streams.h"
+#include "zend_exceptions.h"
 #include "zend_fibers.h"
 
 #include "ext/standard/html.h"

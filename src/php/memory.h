@@ -1,7 +1,10 @@
 #pragma once
 
-#include "php/error.h"
+#include "php/failure.h"
 #include "php/headers.h"
+#include "php/string.h"
+
+#include <algorithm>
 
 // Request memory, which memory_limit counts. Where the limit is reached, PHP before 8.2.35 ends the request on the spot, by
 // a jump. Since then it hands out nothing and ends it when the call has returned; until then no more must be asked for.
@@ -19,19 +22,28 @@ inline void* requestMemory(size_t nSize) {
 	return emalloc(nSize);
 }
 
+/// Gives memory back.
+inline void releaseMemory(void* pMemory) {
+	efree(pMemory);
+}
+
+/// How many bytes memory_limit still allows.
+inline size_t unusedMemory() {
+	if (PG(memory_limit) <= 0) {
+		return SIZE_MAX;
+	}
+	size_t nLimit = static_cast<size_t>(PG(memory_limit));
+	return nLimit - std::min(nLimit, zend_memory_usage(true));
+}
+
 /// Returns a string with room for `nLength` bytes, or ends the call.
 inline zend_string* requestString(size_t nLength) {
-	auto* sString = static_cast<zend_string*>(requestMemory(ZEND_MM_ALIGNED_SIZE(_ZSTR_STRUCT_SIZE(nLength))));
-	GC_SET_REFCOUNT(sString, 1);
-	GC_TYPE_INFO(sString) = GC_STRING;
-	ZSTR_H(sString) = 0;
-	ZSTR_LEN(sString) = nLength;
-	return sString;
+	return initString(requestMemory(stringSize(nLength)), nLength);
 }
 
 /// Moves a string of which `nUsed` bytes are written to where there is room for `nLength`, or ends the call.
 inline zend_string* resizeString(zend_string* sString, size_t nUsed, size_t nLength) {
-	size_t nSize = ZEND_MM_ALIGNED_SIZE(_ZSTR_STRUCT_SIZE(nLength));
+	size_t nSize = stringSize(nLength);
 	void* pMoved = nullptr;
 #ifdef ZEND_HAS_OOM
 	if (EXPECTED(delaysLackOfMemory())) {

@@ -5,14 +5,18 @@
 #include <algorithm>
 #include <pthread.h>
 #include <sys/auxv.h>
+#include <sys/resource.h>
 
 namespace {
 
 // What user code that the engine calls (conversions, error handlers, stream wrappers) may need.
 constexpr uintptr_t RESERVE = 256 * 1024;
 
-// So much of the main stack is there under any usable limit (`ulimit -s`); no system call is needed to know.
-constexpr uintptr_t SURE_ON_MAIN_STACK = 128 * 1024;
+// So much of the main stack is there under any limit (`ulimit -s`) with which PHP starts; no system call is needed to know.
+constexpr uintptr_t SURE_ON_MAIN_STACK = 48 * 1024;
+
+// Beyond this the limit alone doesn't tell how far the main stack can grow: other mappings may stand in its way.
+constexpr uintptr_t FAR_ON_MAIN_STACK = 64 * 1024 * 1024;
 
 // How zend_fibers.c begins its private description of a fiber's stack (PHP 8.2).
 struct FiberStack {
@@ -23,20 +27,13 @@ struct FiberStack {
 } // namespace
 
 StackGuard::StackGuard() : nLimit(UINTPTR_MAX), bMeasured(false) {
-	uintptr_t nHere = reinterpret_cast<uintptr_t>(__builtin_frame_address(0));
-	if (EG(active_fiber)) {
-		const auto* oStack = reinterpret_cast<const FiberStack*>(EG(active_fiber)->context.stack);
-		uintptr_t nLowest = reinterpret_cast<uintptr_t>(oStack->pLowest);
-		// A layout other than the expected one shows here; the slow way is then right as well.
-		if (nHere - nLowest < oStack->nSize) {
-			setLimit(nLowest, oStack->nSize);
+	uintptr_t nHere = here();
+	if (!useFiberStack(nHere)) {
+		// The kernel puts these bytes at the upper end of the main stack.
+		uintptr_t nTop = getauxval(AT_RANDOM);
+		if (nTop - nHere < SURE_ON_MAIN_STACK) {
+			nLimit = nTop - SURE_ON_MAIN_STACK;
 		}
-		return;
-	}
-	// The kernel puts these bytes at the upper end of the main stack.
-	uintptr_t nTop = getauxval(AT_RANDOM);
-	if (nTop - nHere < SURE_ON_MAIN_STACK) {
-		nLimit = nTop - SURE_ON_MAIN_STACK;
 	}
 }
 
@@ -45,22 +42,57 @@ void StackGuard::setLimit(uintptr_t nLowest, uintptr_t nStackSize) {
 	bMeasured = true;
 }
 
+/// Returns false when the stack at `nHere` is no fiber's.
+bool StackGuard::useFiberStack(uintptr_t nHere) {
+	if (!EG(active_fiber)) {
+		return false;
+	}
+	const auto* oStack = reinterpret_cast<const FiberStack*>(EG(active_fiber)->context.stack);
+	uintptr_t nLowest = reinterpret_cast<uintptr_t>(oStack->pLowest);
+	// A layout other than the expected one shows here; the slow way is then right as well.
+	if (nHere - nLowest < oStack->nSize) {
+		setLimit(nLowest, oStack->nSize);
+	}
+	return true;
+}
+
+/// Returns false when the stack at `nHere` is not the main one, or when more has to be known of it.
+bool StackGuard::useMainStack(uintptr_t nHere) {
+	// The program's name is the very last thing on the main stack.
+	uintptr_t nTop = getauxval(AT_EXECFN);
+	rlimit oLimit;
+	if (nTop - nHere >= FAR_ON_MAIN_STACK - RESERVE || getrlimit(RLIMIT_STACK, &oLimit) != 0) {
+		return false;
+	}
+	if (oLimit.rlim_cur <= FAR_ON_MAIN_STACK) {
+		setLimit(nTop - oLimit.rlim_cur, oLimit.rlim_cur);
+	} else {
+		nLimit = nTop - FAR_ON_MAIN_STACK + RESERVE;
+	}
+	return true;
+}
+
+/// Asks the C library, which reads a file of the kernel's if the stack is the main one.
+void StackGuard::useThreadStack(uintptr_t nHere) {
+	pthread_attr_t oAttributes;
+	void* pLowest = nullptr;
+	size_t nStackSize = 0;
+	if (pthread_getattr_np(pthread_self(), &oAttributes) == 0) {
+		pthread_attr_getstack(&oAttributes, &pLowest, &nStackSize);
+		pthread_attr_destroy(&oAttributes);
+	}
+	uintptr_t nLowest = reinterpret_cast<uintptr_t>(pLowest);
+	if (nHere - nLowest < nStackSize) {
+		setLimit(nLowest, nStackSize);
+	} else {
+		// A stack that nobody describes: trust it for as much again as any stack has.
+		setLimit(nHere - 2 * RESERVE, 4 * RESERVE);
+	}
+}
+
 bool StackGuard::roomBelow(uintptr_t nHere) {
-	if (!bMeasured) {
-		pthread_attr_t oAttributes;
-		void* pLowest = nullptr;
-		size_t nStackSize = 0;
-		if (pthread_getattr_np(pthread_self(), &oAttributes) == 0) {
-			pthread_attr_getstack(&oAttributes, &pLowest, &nStackSize);
-			pthread_attr_destroy(&oAttributes);
-		}
-		uintptr_t nLowest = reinterpret_cast<uintptr_t>(pLowest);
-		if (nHere - nLowest < nStackSize) {
-			setLimit(nLowest, nStackSize);
-		} else {
-			// A stack that nobody describes: trust it for as much again as any stack has.
-			setLimit(nHere - 2 * RESERVE, 4 * RESERVE);
-		}
+	if (!bMeasured && !useMainStack(nHere)) {
+		useThreadStack(nHere);
 	}
 	return nHere >= nLimit;
 }

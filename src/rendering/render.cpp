@@ -7,8 +7,8 @@
 #include "text/byte_scan.h"
 #include "text/text_cursor.h"
 
-// Rendering: the walk over the block tree, once per element inside dynamic blocks. All of it stands in one file so that
-// the compiler joins the small steps: a value costs a few nanoseconds, as much as two calls.
+// Rendering: the walk over the block tree, once per element inside dynamic blocks. The small steps
+// are joined into the loop by the compiler: a value costs a few nanoseconds, as much as two calls.
 
 namespace {
 
@@ -20,30 +20,6 @@ namespace {
 	}
 }
 
-/// Appends a value that is no string.
-void appendEscapedValue(TextBuffer& sOutput, Block::BLOCK_TYPE eType, const zval* phpVariable) {
-	switch (Z_TYPE_P(phpVariable)) {
-		case IS_NULL:
-		case IS_FALSE:
-		case IS_TRUE:
-		case IS_LONG:
-			appendValue(sOutput, phpVariable);
-			return;
-		case IS_DOUBLE:
-			// Only the plus sign of an exponent is ever escaped.
-			if (eType != Block::RAWURLENCODE) {
-				appendValue(sOutput, phpVariable);
-				return;
-			}
-			break;
-		default:
-			break;
-	}
-	OwnedString sText(convertToString(phpVariable));
-	throwIfPhpFailed();
-	appendEscaped(sOutput, eType, sText.get(), EscapeTime::RENDER);
-}
-
 } // namespace
 
 zend_string* Template::getResult() {
@@ -53,9 +29,9 @@ zend_string* Template::getResult() {
 		return call.sTexts.take();
 	}
 	call.sTexts.reserve(PADDING); // the texts in front of blocks are taken to be padded
-	call.sOutput.expect(2 * call.sTexts.size());
-	_getResult(listBlocks, nullptr, call.sOutput);
-	return call.sOutput.take();
+	call.oRendering.sOutput.expect(2 * call.sTexts.size());
+	_getResult(listBlocks, nullptr, call.oRendering.sOutput);
+	return call.oRendering.sOutput.take();
 }
 
 /// Renders a body: once for each element, or once when it belongs to no dynamic block.
@@ -71,18 +47,14 @@ void Template::_getResult(const BlockList& subBlockList, ElementWalk* oElements,
 		for (Block* oBlock = subBlockList.first(); oBlock; oBlock = oNext) {
 			std::string_view sBefore(pTexts + oBlock->oText.nStart, oBlock->oText.nLength);
 			oNext = oBlock->oNext;
-			switch (oBlock->getType()) {
-				case Block::VARIABLE:
+			switch (oBlock->getFamily()) {
+				case BlockFamily::VARIABLE:
 					_getResultVariable(static_cast<const MultiVariableBlock&>(*oBlock), sBefore, sOutput);
 					break;
-				case Block::ADDSLASHES:
-				case Block::HTMLENTITIES:
-				case Block::HTMLSPECIALCHARS:
-				case Block::RAWURLENCODE:
+				case BlockFamily::ESCAPING:
 					_getResultEscaped(static_cast<const VariableBlock&>(*oBlock), sBefore, sOutput);
 					break;
-				case Block::_OPTIONAL:
-				case Block::NOPTIONAL: {
+				case BlockFamily::OPTIONAL: {
 					const auto& oOptional = static_cast<const OptionalBlock&>(*oBlock);
 					sOutput.appendPadded(sBefore);
 					if (isShown(oOptional) && !oOptional.listSubBlocks.empty()) {
@@ -90,18 +62,18 @@ void Template::_getResult(const BlockList& subBlockList, ElementWalk* oElements,
 					}
 					break;
 				}
-				case Block::DYNAMIC:
-				case Block::RDYNAMIC:
+				case BlockFamily::DYNAMIC:
 					sOutput.appendPadded(sBefore);
 					sOutput.lend([&](TextBuffer& sLent) {
 						_getResultDynamic(static_cast<DynamicBlock&>(*oBlock), sLent);
 					});
 					break;
-				case Block::TEXT:
+				case BlockFamily::TEXT:
 					sOutput.appendPadded(sBefore);
 					break;
-				default:
-					ZEND_UNREACHABLE(); // no other kind is ever stored
+				case BlockFamily::INCLUDE:
+				case BlockFamily::CLOSING:
+					ZEND_UNREACHABLE(); // never stored
 			}
 		}
 		if (!oElements) {
@@ -122,12 +94,14 @@ void Template::_getResult(const BlockList& subBlockList, ElementWalk* oElements,
 inline const zval* Template::findDynamicValue(const DynamicReference& oReference) const {
 	switch (oReference.eTarget) {
 		case DynamicReference::COLUMN:
-			return PHPInterface::hashFindIn(*oReference.listIndexes, oReference.oDynamicBlock->phpValue);
+			return PHPInterface::hashFindIn(*oReference.listIndexes, oReference.oDynamicBlock->oLoop.phpValue);
 		case DynamicReference::PATH:
-			return findVariable(oReference.listIndexes, oReference.oDynamicBlock->phpValue);
-		default:
-			return nullptr;
+			return findVariable(oReference.listIndexes, oReference.oDynamicBlock->oLoop.phpValue);
+		case DynamicReference::NOTHING:
+		case DynamicReference::KEY:
+			break;
 	}
+	return nullptr;
 }
 
 // Strings are what nearly every tag prints. They are appended together with the text in front of the tag.
@@ -136,7 +110,7 @@ inline const zval* Template::findDynamicValue(const DynamicReference& oReference
 																std::string_view sBefore, TextCursor& sOutput) {
 	const DynamicReference& oReference = oBlock.oReference;
 	if (oReference.eTarget == DynamicReference::KEY) {
-		const ElementKey& oKey = oReference.oDynamicBlock->phpKey;
+		const ElementKey& oKey = oReference.oDynamicBlock->oLoop.phpKey;
 		if (EXPECTED(oKey.sKey)) {
 			sOutput.appendPadded(sBefore, oKey.sPrinted);
 		} else {
@@ -164,7 +138,7 @@ inline const zval* Template::findDynamicValue(const DynamicReference& oReference
 	const zval* phpVariable = nullptr;
 	const zend_string* sFound = nullptr;
 	if (UNEXPECTED(oReference.eTarget == DynamicReference::KEY)) {
-		const ElementKey& oKey = oReference.oDynamicBlock->phpKey;
+		const ElementKey& oKey = oReference.oDynamicBlock->oLoop.phpKey;
 		if (!oKey.sKey) {
 			// No escaping changes a digit or a minus sign.
 			sOutput.appendPadded(sBefore);
@@ -176,7 +150,7 @@ inline const zval* Template::findDynamicValue(const DynamicReference& oReference
 		phpVariable = findDynamicValue(oReference);
 		sFound = phpVariable && Z_TYPE_P(phpVariable) == IS_STRING ? Z_STR_P(phpVariable) : nullptr;
 	}
-	if (sFound && oBlock.getType() == Block::HTMLSPECIALCHARS) {
+	if (sFound && oBlock.eEscaping == Escaping::HTMLSPECIALCHARS) {
 		const char* pSpecial = sOutput.appendTill<byte_scan::HtmlSpecial>(sBefore, sFound);
 		const char* pEnd = ZSTR_VAL(sFound) + ZSTR_LEN(sFound);
 		if (pSpecial < pEnd) {
@@ -187,9 +161,9 @@ inline const zval* Template::findDynamicValue(const DynamicReference& oReference
 	sOutput.appendPadded(sBefore);
 	sOutput.lend([&](TextBuffer& sLent) {
 		if (sFound) {
-			appendEscaped(sLent, oBlock.getType(), sFound, EscapeTime::RENDER);
+			appendEscaped(sLent, oBlock.eEscaping, sFound, EscapeTime::RENDER);
 		} else if (phpVariable) {
-			appendEscapedValue(sLent, oBlock.getType(), phpVariable);
+			appendEscapedValue(sLent, oBlock.eEscaping, phpVariable);
 		}
 	});
 }
@@ -202,7 +176,7 @@ void Template::printAlternative(const MultiVariableBlock& oBlock, TextBuffer& sO
 			case Alternative::DYNAMIC_VALUE:
 				if (oTried->oReference.eTarget == DynamicReference::KEY) {
 					TextCursor sCursor(sOutput);
-					appendKey(sCursor, oTried->oReference.oDynamicBlock->phpKey);
+					appendKey(sCursor, oTried->oReference.oDynamicBlock->oLoop.phpKey);
 					sCursor.store();
 					return;
 				}
@@ -218,8 +192,8 @@ void Template::printAlternative(const MultiVariableBlock& oBlock, TextBuffer& sO
 				failReference(oTried->eError, oTried->sReference);
 		}
 	}
-	if (oBlock.bText) {
-		sOutput.append(oBlock.sText);
+	if (oBlock.sText) {
+		sOutput.append(*oBlock.sText);
 	} else {
 		echoTag(sOutput, oBlock.sVariables);
 	}
@@ -228,15 +202,17 @@ void Template::printAlternative(const MultiVariableBlock& oBlock, TextBuffer& sO
 /// Whether an optional section is shown. One that depends on a block that isn't there never is, not even when negated.
 inline bool Template::isShown(const OptionalBlock& oBlock) const {
 	const DynamicReference& oReference = oBlock.oReference;
-	bool bHolds;
+	bool bHolds = false;
 	switch (oReference.eTarget) {
 		case DynamicReference::NOTHING:
 			return false;
 		case DynamicReference::KEY:
-			bHolds = oBlock.oValue.equalsKey(oReference.oDynamicBlock->phpKey);
+			bHolds = oBlock.oValue.equalsKey(oReference.oDynamicBlock->oLoop.phpKey);
 			break;
-		default:
+		case DynamicReference::COLUMN:
+		case DynamicReference::PATH:
 			bHolds = checkIfOptionalIsVisible(findDynamicValue(oReference), oBlock.oValue);
+			break;
 	}
 	return bHolds != (oBlock.getType() == Block::NOPTIONAL);
 }

@@ -1,9 +1,11 @@
 #include "source/input.h"
 
-#include "php/error.h"
+#include "php/failure.h"
 #include "php/headers.h"
+#include "php/memory.h"
 #include "php/plain_file.h"
 #include "php/time_limit.h"
+#include "source/file_buffers.h"
 #include "text/byte_scan.h"
 #include "text/text_buffer.h"
 
@@ -13,56 +15,21 @@
 namespace {
 
 // Four bytes less than the buffer holds.
-constexpr size_t CHUNK_SIZE = Input::BUFFER_SIZE - 4;
+constexpr size_t CHUNK_SIZE = FileBuffers::BUFFER_SIZE - 4;
 
+/// The error of a read that failed. Its text is the one that pages and logs have always shown for it.
 [[noreturn]] void throwReadError() {
-	throw TemplateError(zend_string_init(ZEND_STRL("basic_string::append"), false));
+	constexpr std::string_view sMessage = "basic_string::append";
+	zend_string* sError = requestString(sMessage.size());
+	*std::copy(sMessage.begin(), sMessage.end(), ZSTR_VAL(sError)) = '\0';
+	throw TemplateError(sError);
 }
 
 bool isLiteralAfterBrace(char ch) {
 	return ch == ' ' || ch == '\t' || ch == '\n' || ch == '\r';
 }
 
-// The type of the resources that own an input's stream.
-int nOwnerType = 0;
-
-// What no close of PHP's own sets: as long as it stands there, nobody but the owner can free the stream.
-constexpr uint8_t HELD = 3;
-
-/// The end of an owner: its input's, or the request's when a fatal error has jumped over the input.
-void closeStream(zend_resource* oOwner) {
-	auto* stream = static_cast<php_stream*>(oOwner->ptr);
-	zend_resource* oShown = stream->in_free == HELD ? stream->res : nullptr;
-	if (oShown) {
-		oShown->type = -1;
-		oShown->ptr = nullptr;
-		stream->in_free = 0;
-	}
-	php_stream_free(stream, PHP_STREAM_FREE_CLOSE | PHP_STREAM_FREE_RSRC_DTOR);
-	if (oShown) {
-		zend_list_delete(oShown);
-	}
-}
-
-/// Keeps user code from closing or reading a stream that is being read, which PHP's stream layer doesn't survive: its
-/// resource becomes one that no function takes. Returns that resource.
-zend_resource* ownStream(php_stream* stream) {
-	zend_resource* oOwner = stream->res;
-	if (!stream->readfilters.head) {
-		oOwner->type = nOwnerType;
-		return oOwner;
-	}
-	// Functions that a filter calls take the stream's resource. It can be closed, but not the stream with it.
-	oOwner = zend_register_resource(stream, nOwnerType);
-	stream->in_free = HELD;
-	return oOwner;
-}
-
 } // namespace
-
-void Input::startUp(int nModule) {
-	nOwnerType = zend_register_list_destructors_ex(closeStream, nullptr, "template", nModule);
-}
 
 void Input::openText(std::string_view sText) {
 	string_mode = true;
@@ -86,13 +53,7 @@ bool Input::openFile(const char* sFileName, char* _file_buffer) {
 		readPlainFile(oFile.nDescriptor);
 		return true;
 	}
-	php_stream* stream =
-		oFile.bPlain ? nullptr : php_stream_open_wrapper_ex(sFileName, "rb", USE_PATH, nullptr, nullptr);
-	if (stream) {
-		resource = ownStream(stream);
-	}
-	throwIfPhpFailed();
-	return stream;
+	return !oFile.bPlain && oStream.open(sFileName);
 }
 
 /// Reads a file of less than a chunk, as nearly all templates are, and closes it before anything else happens. A stream
@@ -112,43 +73,12 @@ void Input::readPlainFile(int nDescriptor) {
 	if (lseek(nDescriptor, 0, SEEK_SET) == 0) {
 		buffer_end = 0;
 	}
-	php_stream* stream = nullptr;
-	zend_try {
-		stream = php_stream_fopen_from_fd(nDescriptor, "rb", nullptr);
-	}
-	zend_end_try();
-	if (!stream) {
-		// The memory limit was met; the stream does not own the file yet.
-		::close(nDescriptor);
-		zend_bailout();
-	}
-	stream->wrapper = &php_plain_files_wrapper;
-	resource = ownStream(stream);
+	oStream.adopt(nDescriptor);
 }
 
-void Input::close() {
-	zend_resource* oClosing = resource;
-	if (oClosing && !isFatalErrorPassing()) {
-		resource = nullptr;
-		zend_list_close(oClosing);
-		zend_list_delete(oClosing);
-	}
-}
-
-/// The stream, or null when user code has closed one that it stands on.
-php_stream* Input::openStream() const {
-	return resource->type >= 0 ? static_cast<php_stream*>(resource->ptr) : nullptr;
-}
-
-/// Whether nothing is left to be read. A stream that was closed is not at its end: the next read will tell.
+/// Whether nothing is left to be read.
 bool Input::atEnd() const {
-	if (!resource) {
-		return true;
-	}
-	php_stream* stream = openStream();
-	bool bEnd = stream && php_stream_eof(stream);
-	throwIfPhpFailed();
-	return bEnd;
+	return !oStream.isOpen() || oStream.atEnd();
 }
 
 bool Input::good() const {
@@ -171,24 +101,18 @@ bool Input::fetchStream() {
 	if (atEnd()) {
 		return false;
 	}
-	php_stream* stream = openStream();
-	if (!stream) {
+	if (oStream.isLost()) {
 		throwReadError();
 	}
-	buffer_end = php_stream_read(stream, file_buffer, CHUNK_SIZE);
-	throwIfPhpFailed();
+	buffer_end = oStream.read(file_buffer, CHUNK_SIZE);
 	return true;
 }
 
 /// Makes room for the rest of a file that is longer than its first chunk: most of it will be literal text.
 void Input::expectRest(TextBuffer& out_buffer) {
 	bRestExpected = buffer_end == static_cast<ptrdiff_t>(CHUNK_SIZE);
-	php_stream_statbuf oStatus;
-	// Other streams than files may run user code when asked.
-	php_stream* stream = bRestExpected ? openStream() : nullptr;
-	if (stream && stream->ops == &php_stream_stdio_ops && php_stream_stat(stream, &oStatus) == 0 &&
-		oStatus.sb.st_size > 0) {
-		out_buffer.expect(static_cast<size_t>(oStatus.sb.st_size));
+	if (size_t nSize = bRestExpected && oStream.isOpen() ? oStream.fileSize() : 0) {
+		out_buffer.expect(nSize);
 	}
 }
 

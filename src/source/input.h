@@ -1,6 +1,6 @@
 #pragma once
 
-#include "php/headers.h"
+#include "php/stream.h"
 
 #include <cstddef>
 #include <string_view>
@@ -11,27 +11,19 @@ class TextBuffer;
 /// disk. Resolves brace escapes.
 class Input {
 public:
-	/// Room that a file's chunks need.
-	static constexpr size_t BUFFER_SIZE = 4096;
-
 	Input() = default;
 	Input(const Input&) = delete;
 	Input& operator=(const Input&) = delete;
 
-	/// Closes the file. That may run user code (a stream wrapper's), so never let an exception be in flight then.
-	~Input() { close(); }
-
-	/// Has to be called once, when the module starts.
-	static void startUp(int nModule);
-
 	/// Reads from `sText`, which has to outlive the input.
 	void openText(std::string_view sText);
 
-	/// Opens a file, also along the include path. `_file_buffer` has BUFFER_SIZE bytes, lent while the input is open.
+	/// Opens a file, also along the include path. `_file_buffer` has FileBuffers::BUFFER_SIZE bytes, lent while the input is open.
 	/// Returns false when it can't be opened; throws when opening it made user code throw.
 	bool openFile(const char* sFileName, char* _file_buffer);
 
-	void close();
+	/// May run user code (a stream wrapper's), so never let an exception be in flight then.
+	void close() { oStream.close(); }
 
 	/// The buffer lent to `openFile`; null in string mode.
 	char* fileBuffer() const { return file_buffer; }
@@ -50,7 +42,6 @@ public:
 
 private:
 	void readPlainFile(int nDescriptor);
-	php_stream* openStream() const;
 	bool atEnd() const;
 	bool fetchStream();
 	void expectRest(TextBuffer& out_buffer);
@@ -59,8 +50,7 @@ private:
 	bool string_mode = true;
 	bool string_end = true;
 	bool bRestExpected = false;
-	// The resource that owns the stream; null when there is no stream.
-	zend_resource* resource = nullptr;
+	OwnedStream oStream;
 	char* file_buffer = nullptr;
 	const char* buffer = nullptr;
 	// A failed read leaves buffer_end below buffer_start.

@@ -1,7 +1,7 @@
 #include "text/arena.h"
 
 #include "php/memory.h"
-#include "text/text_buffer.h"
+#include "text/copy_text.h"
 
 #include <algorithm>
 
@@ -33,7 +33,7 @@ void* Arena::allocateInNewChunk(size_t nSize) {
 void Arena::freeChunksAbove(Chunk* oKept) {
 	while (oChunks != oKept) {
 		Chunk* oBelow = oChunks->oBelow;
-		efree(oChunks);
+		releaseMemory(oChunks);
 		oChunks = oBelow;
 	}
 }
@@ -52,13 +52,5 @@ std::string_view Arena::copy(std::string_view sText) {
 }
 
 zend_string* Arena::makeKey(std::string_view sText) {
-	auto* sKey = static_cast<zend_string*>(allocate(ZEND_MM_ALIGNED_SIZE(_ZSTR_STRUCT_SIZE(sText.size()))));
-	GC_SET_REFCOUNT(sKey, 1);
-	// Marked as interned so that a hash table that holds it as a key neither counts nor frees it.
-	GC_TYPE_INFO(sKey) = GC_STRING | (IS_STR_INTERNED << GC_FLAGS_SHIFT);
-	ZSTR_LEN(sKey) = sText.size();
-	copyText(ZSTR_VAL(sKey), sText.data(), sText.size());
-	ZSTR_VAL(sKey)[sText.size()] = '\0';
-	ZSTR_H(sKey) = zend_inline_hash_func(ZSTR_VAL(sKey), ZSTR_LEN(sKey));
-	return sKey;
+	return initKey(allocate(stringSize(sText.size())), sText);
 }

@@ -18,7 +18,7 @@ class Arena {
 
 public:
 	/// A point to which `rewind` can go back.
-	struct Mark {
+	struct Position {
 		Chunk* oChunk;
 		char* pFree;
 		char* pEnd;
@@ -28,7 +28,7 @@ public:
 	Arena(const Arena&) = delete;
 	Arena& operator=(const Arena&) = delete;
 
-	/// Returns `nSize` bytes, aligned for any type.
+	/// Returns `nSize` bytes, aligned for any type that asks for no more than 8 bytes, as all that is kept here does.
 	void* allocate(size_t nSize) {
 		nSize = (nSize + (ALIGNMENT - 1)) & ~(ALIGNMENT - 1);
 		if (nSize > static_cast<size_t>(pEnd - pFree)) {
@@ -43,6 +43,7 @@ public:
 	template <typename T, typename... Args>
 	T* make(Args&&... args) {
 		static_assert(std::is_trivially_destructible_v<T>, "the arena runs no destructors");
+		static_assert(alignof(T) <= ALIGNMENT);
 		return new (allocate(sizeof(T))) T(std::forward<Args>(args)...);
 	}
 
@@ -52,15 +53,15 @@ public:
 	/// Makes a PHP string with its hash computed, to look keys up with. Never hand it to PHP for keeping.
 	zend_string* makeKey(std::string_view sText);
 
-	Mark mark() const { return {oChunks, pFree, pEnd}; }
+	Position position() const { return {oChunks, pFree, pEnd}; }
 
-	/// Gives back all that was cut since `oMark` was taken.
-	void rewind(const Mark& oMark) {
-		if (oMark.oChunk != oChunks) {
-			freeChunksAbove(oMark.oChunk);
+	/// Gives back all that was cut since `oPosition` was taken.
+	void rewind(const Position& oPosition) {
+		if (oPosition.oChunk != oChunks) {
+			freeChunksAbove(oPosition.oChunk);
 		}
-		pFree = oMark.pFree;
-		pEnd = oMark.pEnd;
+		pFree = oPosition.pFree;
+		pEnd = oPosition.pEnd;
 	}
 
 	/// Frees everything. Safe to call more than once.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "php/headers.h"
+#include "php/string.h"
 #include "text/copy_text.h"
 
 #include <cstddef>
@@ -12,8 +13,8 @@
 #include <emmintrin.h>
 #endif
 
-// Searches of values for bytes that keep them from being copied as they are. Values are short and nearly always clean,
-// so these run on every one of them: 16 bytes a step where the processor can.
+// Searches of texts for bytes that keep them from being copied as they are. They run on every value that is printed, and
+// values are short and nearly always clean: 16 bytes a step where the processor can.
 
 namespace byte_scan {
 
@@ -39,23 +40,6 @@ inline bool same(const char* p, const char* q, size_t nLength) {
 		--nLength;
 	}
 	return nLength == 0;
-}
-
-/// Whether two PHP strings with their hashes computed are the same. The last 16 bytes of a short one begin in its header,
-/// with the hash and the length: where the texts agree, these do, too.
-inline bool same(const zend_string* sOne, const zend_string* sOther) {
-	constexpr bool HAS_ROOM = _ZSTR_HEADER_SIZE >= 24 && offsetof(zend_string, h) + 8 == offsetof(zend_string, len);
-	if (ZSTR_LEN(sOne) != ZSTR_LEN(sOther)) {
-		return false;
-	}
-	if (!HAS_ROOM || UNEXPECTED(ZSTR_LEN(sOne) > 16)) {
-		return memcmp(ZSTR_VAL(sOne), ZSTR_VAL(sOther), ZSTR_LEN(sOne)) == 0;
-	}
-	uint64_t aOne[2];
-	uint64_t aOther[2];
-	memcpy(aOne, ZSTR_VAL(sOne) + ZSTR_LEN(sOne) - sizeof(aOne), sizeof(aOne));
-	memcpy(aOther, ZSTR_VAL(sOther) + ZSTR_LEN(sOther) - sizeof(aOther), sizeof(aOther));
-	return ((aOne[0] ^ aOther[0]) | (aOne[1] ^ aOther[1])) == 0;
 }
 
 /// So many bytes are looked at in one step.
@@ -115,7 +99,7 @@ inline unsigned mark(const char* pBlock) {
 /// together with bytes before them, which lie in the string's own memory, and those are dropped.
 template <typename Set>
 inline unsigned markLast(const char* pEnd, size_t nRest) {
-	static_assert(_ZSTR_HEADER_SIZE >= BLOCK_SIZE, "the bytes before a short text are its header");
+	static_assert(STRING_HEADER_SIZE >= BLOCK_SIZE, "the bytes before a short text are its header");
 	return nRest ? mark<Set>(pEnd - BLOCK_SIZE) >> (BLOCK_SIZE - nRest) : 0;
 }
 #endif

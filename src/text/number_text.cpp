@@ -1,5 +1,7 @@
 #include "text/number_text.h"
 
+#include "php/settings.h"
+
 #include <cmath>
 
 namespace {
@@ -81,7 +83,7 @@ char* writeNatural(char* p, uint64_t nValue) {
 }
 
 char* writeShortDecimal(char* p, double nValue) {
-	auto nPrecision = static_cast<int>(EG(precision));
+	int nPrecision = floatPrecision();
 	if (nPrecision < -1 || nPrecision > 15) {
 		return nullptr;
 	}
@@ -92,7 +94,7 @@ char* writeShortDecimal(char* p, double nValue) {
 }
 
 void appendLongFloat(TextBuffer& sOutput, double nValue) {
-	auto nPrecision = static_cast<int>(EG(precision));
+	int nPrecision = floatPrecision();
 	char aText[ZEND_DOUBLE_MAX_LENGTH];
 	zend_gcvt(nValue, nPrecision ? nPrecision : 1, '.', 'E', aText);
 	sOutput.append(aText, strlen(aText));

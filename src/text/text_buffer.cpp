@@ -12,15 +12,6 @@ constexpr size_t SLACK = 256;
 
 constexpr size_t LARGE = 256 * 1024;
 
-/// How much memory_limit still allows.
-size_t unusedMemory() {
-	if (PG(memory_limit) <= 0) {
-		return SIZE_MAX;
-	}
-	size_t nLimit = static_cast<size_t>(PG(memory_limit));
-	return nLimit - std::min(nLimit, zend_memory_usage(true));
-}
-
 } // namespace
 
 void TextBuffer::grow(size_t nLength) {
@@ -53,12 +44,8 @@ void TextBuffer::resize(size_t nCapacity) {
 }
 
 zend_string* TextBuffer::take() {
-	if (empty()) {
-		release();
-		return ZSTR_EMPTY_ALLOC();
-	}
 	size_t nSize = size();
-	if (room() > 2 * SLACK) {
+	if (!isAllocated() || room() > 2 * SLACK) {
 		resize(nSize);
 	}
 	zend_string* sResult = string();

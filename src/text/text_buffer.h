@@ -1,6 +1,7 @@
 #pragma once
 
 #include "php/headers.h"
+#include "php/string.h"
 #include "text/copy_text.h"
 
 #include <cstddef>
@@ -70,12 +71,12 @@ public:
 	void release();
 
 private:
-	zend_string* string() const { return reinterpret_cast<zend_string*>(pBegin - _ZSTR_HEADER_SIZE); }
+	zend_string* string() const { return stringAt(pBegin); }
 	bool isAllocated() const { return pBegin != aNothing; }
 	void grow(size_t nLength);
 	void resize(size_t nCapacity);
 
-	// Stands for the text as long as nothing has been allocated, so that no append has to ask.
+	// Stands for the text as long as nothing has been allocated, so that no append has to ask. Never written to.
 	static inline char aNothing[1] = {};
 
 	// The bytes of a PHP string, the first one that is free, and the end of its room.

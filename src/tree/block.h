@@ -2,17 +2,18 @@
 
 #include "php/headers.h"
 #include "tree/compared_value.h"
+#include "tree/keywords.h"
 #include "tree/my_list.h"
 #include "tree/reference.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
-// The block tree: what analysis leaves to be rendered. All blocks live in the arena of their call, which owns them;
-// none has a destructor. Texts are views on copies in the same arena.
+// The block tree: what analysis leaves to be rendered. All blocks live in the arena of their call, which owns them; none has
+// a destructor. Literal text is a range of the call's text buffer; other texts are views on copies in the arena.
 
-class Template;
 class DynamicBlock;
 
 /// A part of the call's text buffer: literal text and values that were known during analysis.
@@ -21,39 +22,22 @@ struct TextRange {
 	size_t nLength = 0;
 };
 
-/// Base of all blocks. Both drivers dispatch on the kind.
-class Block {
+/// Base of all blocks.
+class Block : public BlockTypes {
 public:
-	enum BLOCK_TYPE : uint8_t {
-		UNKNOWN,
-		VARIABLE,
-		TEXT,
-		INCLUDE,
-		_OPTIONAL,
-		NOPTIONAL,
-		DYNAMIC,
-		RDYNAMIC,
-		OPTIONAL_CLOSE,
-		DYNAMIC_CLOSE,
-		RDYNAMIC_CLOSE,
-		ADDSLASHES,
-		HTMLENTITIES,
-		HTMLSPECIALCHARS,
-		RAWURLENCODE,
-	};
-
 	Block* oNext = nullptr;
 	/// The text in front of the block. It is nearly always there: a block of its own would cost a second dispatch.
 	TextRange oText;
 
 	BLOCK_TYPE getType() const { return type; }
-	bool isOptional() const { return type == _OPTIONAL || type == NOPTIONAL; }
+	BlockFamily getFamily() const { return eFamily; }
 
 protected:
-	explicit Block(BLOCK_TYPE _type) : type(_type) {}
+	explicit Block(BLOCK_TYPE _type) : type(_type), eFamily(KEYWORDS_BY_TYPE[_type].eFamily) {}
 
 private:
 	BLOCK_TYPE type;
+	BlockFamily eFamily;
 };
 
 /// The text behind the last tag of a body.
@@ -78,12 +62,13 @@ struct DynamicReference {
 	TARGET eTarget;
 };
 
-/// A tag that prints one reference; the base of all that print values. As itself an escaping tag, the kind of which tells
-/// the escaping.
+/// A tag that prints one reference. As itself an escaping tag; a variable tag is the other kind.
 class VariableBlock : public Block {
 public:
-	VariableBlock(BLOCK_TYPE _type, const DynamicReference& _oReference) : Block(_type), oReference(_oReference) {}
+	VariableBlock(BLOCK_TYPE _type, const DynamicReference& _oReference)
+		: Block(_type), eEscaping(KEYWORDS_BY_TYPE[_type].eEscaping), oReference(_oReference) {}
 
+	Escaping eEscaping;
 	DynamicReference oReference;
 };
 
@@ -109,17 +94,12 @@ struct Alternative {
 class MultiVariableBlock : public VariableBlock {
 public:
 	MultiVariableBlock(const DynamicReference& _oReference, MyList<Alternative> _listVariables,
-					   std::string_view _sVariables)
-		: VariableBlock(VARIABLE, _oReference), listVariables(_listVariables), sVariables(_sVariables), bText(false) {}
-	MultiVariableBlock(const DynamicReference& _oReference, MyList<Alternative> _listVariables,
-					   std::string_view _sText, std::string_view _sVariables)
-		: VariableBlock(VARIABLE, _oReference), listVariables(_listVariables), sText(_sText), sVariables(_sVariables),
-		  bText(true) {}
+					   std::optional<std::string_view> _sText, std::string_view _sVariables)
+		: VariableBlock(VARIABLE, _oReference), listVariables(_listVariables), sText(_sText), sVariables(_sVariables) {}
 
-	MyList<Alternative> listVariables; ///< what is tried when the own reference finds nothing
-	std::string_view sText;            ///< the fallback text
-	std::string_view sVariables;       ///< the whole argument, to echo the tag
-	bool bText;                        ///< whether there is a fallback text
+	MyList<Alternative> listVariables;     ///< what is tried when the own reference finds nothing
+	std::optional<std::string_view> sText; ///< the fallback text, if there is one
+	std::string_view sVariables;           ///< the whole argument, to echo the tag
 };
 
 /// Base of the blocks that have a body.
@@ -143,7 +123,15 @@ public:
 	ComparedValue oValue;
 };
 
-/// A section that is repeated for each element of an array.
+/// What rendering keeps of a loop: the element at which it stands and the table that it walks.
+struct LoopState {
+	ElementKey phpKey;
+	const zval* phpValue = nullptr;
+	HashTable* phpTable = nullptr;      ///< one reference is held
+	DynamicBlock* oOuterLoop = nullptr; ///< the next enclosing block that holds a table
+};
+
+/// A section that is repeated for each element of an array. (What analysis keeps of it is a DynamicScope.)
 class DynamicBlock : public SubBlock {
 public:
 	/// The data lies in the element of an enclosing block.
@@ -154,15 +142,5 @@ public:
 		: SubBlock(bReverse ? RDYNAMIC : DYNAMIC, {}), phpVariable(_phpVariable) {}
 
 	const zval* phpVariable = nullptr; ///< borrowed from the user data; null when it is found at render time
-
-	// While the body is analysed.
-	const Template* oTemplate = nullptr;     ///< the template that opened the block
-	DynamicBlock* oOuterNamesake = nullptr;  ///< the next enclosing block of the same name
-	DynamicBlock* oOutermostNamesake = this; ///< the outermost one: a name means that one
-
-	// While the block is rendered.
-	ElementKey phpKey;                   ///< of the element
-	const zval* phpValue = nullptr;      ///< the element
-	HashTable* phpTable = nullptr;       ///< the table that is walked; one reference is held
-	DynamicBlock* oOuterLoop = nullptr;  ///< the next enclosing block that holds a table
+	LoopState oLoop;
 };

@@ -1,6 +1,6 @@
 #include "tree/compared_value.h"
 
-#include "php/error.h"
+#include "php/failure.h"
 
 #include <cstdlib>
 

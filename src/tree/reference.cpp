@@ -38,8 +38,7 @@ namespace {
 void prependIndex(Reference& oReference, std::string_view sIndex, Arena& oArena) {
 	auto* oIndex = oArena.make<Index>();
 	oIndex->sKey = isIntegerKey(sIndex, oIndex->nIndex) ? nullptr : oArena.makeKey(sIndex);
-	oIndex->nSlot = UINT32_MAX;
-	oIndex->sLastKey = oIndex->sKey;
+	oIndex->oHint.sKey = oIndex->sKey;
 	oReference.listIndexes.prepend(oIndex);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "php/headers.h"
+#include "php/table.h"
 #include "tree/my_list.h"
 
 #include <array>
@@ -22,10 +23,7 @@ struct Index {
 	Index* oNext;
 	zend_string* sKey;      ///< the string key, its hash computed; null for an integer key
 	zend_ulong nIndex;      ///< the integer key
-	/// Where a string key was found last, and PHP's copy of it there if that copy is one that PHP never frees (else our
-	/// own). Rows of one origin keep their keys in the same places.
-	mutable uint32_t nSlot;
-	mutable const zend_string* sLastKey;
+	mutable KeyHint oHint; ///< for a string key
 };
 
 /// A parsed variable reference. Its indexes live in an arena, its namespace is a part of the text that was parsed.

@@ -54,3 +54,8 @@ inline void throwIfPhpFailed() {
 inline bool isFatalErrorPassing() {
 	return UNEXPECTED(EG(current_execute_data) == nullptr);
 }
+
+/// Whether user code has called exit: PHP unwinds it like an exception.
+inline bool isRequestEnding() {
+	return EG(exception) && (zend_is_unwind_exit(EG(exception)) || zend_is_graceful_exit(EG(exception)));
+}

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "php/headers.h"
+
+// How PHP lays hash tables out: slots, of which some hold no value any more. Packed tables have no keys but the slots' own
+// numbers.
+
+/// An element of a hash table.
+struct TableElement {
+	const zval* phpValue;
+	const zend_string* sKey; ///< null for an integer key
+	zend_ulong nIndex;       ///< an integer key; a string key's hash
+};
+
+/// How many slots there are.
+inline uint32_t numberOfSlots(const HashTable* oTable) {
+	return oTable->nNumUsed;
+}
+
+/// The value behind a slot: property tables point to the declared properties of their object. Null when there is none.
+inline const zval* slotValue(const zval* phpSlot) {
+	if (Z_TYPE_P(phpSlot) == IS_INDIRECT) {
+		phpSlot = Z_INDIRECT_P(phpSlot);
+	}
+	return Z_TYPE_P(phpSlot) == IS_UNDEF ? nullptr : phpSlot;
+}
+
+/// Reads the slot of that number, which has to exist; the value is null when the slot holds none.
+inline TableElement elementAt(const HashTable* oTable, uint32_t nSlot) {
+	if (HT_IS_PACKED(oTable)) {
+		return {slotValue(oTable->arPacked + nSlot), nullptr, nSlot};
+	}
+	const Bucket& oBucket = oTable->arData[nSlot];
+	return {slotValue(&oBucket.val), oBucket.key, oBucket.h};
+}
+
+/// Whether there is a slot of that number and it can have a string key.
+inline bool mayHaveKey(const HashTable* oTable, uint32_t nSlot) {
+	return nSlot < oTable->nNumUsed && !HT_IS_PACKED(oTable);
+}
+
+/// Where a string key was found last. Rows of one origin keep their keys in the same places.
+struct KeyHint {
+	uint32_t nSlot = UINT32_MAX;
+	/// PHP's copy of the key there if that copy is one that PHP never frees, else our own.
+	const zend_string* sKey;
+};
+
+/// Finds a string key, its hash computed, and notes where. Returns null when there is no such element.
+inline const zval* findKey(const HashTable* oTable, const zend_string* sKey, KeyHint& oHint) {
+	const zval* phpFound = zend_hash_find_known_hash(oTable, sKey);
+	if (phpFound) {
+		const auto* oBucket = reinterpret_cast<const Bucket*>(phpFound);
+		oHint.nSlot = static_cast<uint32_t>(oBucket - oTable->arData);
+		oHint.sKey = ZSTR_IS_INTERNED(oBucket->key) ? oBucket->key : sKey;
+	}
+	return phpFound;
+}
