@@ -35,16 +35,20 @@ commands([
     ['check site/clean.html -f json', 0, "[]\n", ''],
     ['check site/clean.html -f github', 0, '', ''],
     ['check -', 0, "No findings in 1 template.\n", '', '{a}'],
-    ['check -', 2, '', "template: standard input: not a text file: there is a NUL byte at offset 2\n", "{a\0}"],
+    ['check -', 2, $error('standard input: error: this can\'t be checked: not a text file: there is a NUL byte at offset 2'),
+        '', "{a\0}"],
     ['check site --errors-only --name "c*" -f text', 0, "No findings in 1 template.\n", ''],
     ['check site --name "*.css"', 2, '', "template: site: no file here is named like *.css (--name)\n"],
     ['check site/sub -e -f github --name "*.htm"', 1, $any, ''],
     // What can be checked is checked.
-    ['check site/binary.tpl none site/clean.html empty/style.css --off cut-off-tag', 2, "No findings in 2 templates.\n",
-        "template: site/binary.tpl: not a text file: there is a NUL byte at offset 0\ntemplate: none: no such file\n"],
+    ['check site/binary.tpl none site/clean.html empty/style.css --off cut-off-tag', 2,
+        "none: error: this can't be checked: no such file [unreadable-file]\n\nsite/binary.tpl: error: this can't be checked:"
+            . " not a text file: there is a NUL byte at offset 0 [unreadable-file]\n\n2 errors and 0 warnings in 2 templates.\n", ''],
+    ['check none -f github', 2, "::error file=none,line=1,endLine=1,col=1,endColumn=1,title=unreadable-file::"
+        . "this can't be checked: no such file\n", ''],
     ['check empty', 2, '', $error('template: empty: no file here is named like *.tpl or *.html or *.htm')],
-    ['check', 2, '', $error('template: Not enough arguments')],
-    ['check site -f xml', 2, '', "template: --format xml: choose one of text, json, checkstyle, github\n"],
+    ['check', 2, '', $error('template: check: give files or folders; without any, the project is checked')],
+    ['check site -f xml', 2, '', "template: --format xml: choose one of text, json, checkstyle, github, sarif\n"],
     ['check site --off keyword-prefixes', 2, '',
         "template: --off keyword-prefixes: there is no such warning; is \"keyword-prefix\" meant?\n"],
     ['check site --data none.json', 2, '', "template: none.json: no such file\n"],
@@ -55,7 +59,7 @@ commands([
 $large = fopen('large.tpl', 'w');
 ftruncate($large, 100000000);
 commands([
-    ['check large.tpl', 2, '', "template: large.tpl: too large for a template: 100.0 MB; the limit is 8.0 MB\n"],
+    ['check large.tpl', 2, $error("large.tpl: error: this can't be checked: too large for a template: 100.0 MB; the limit is 8.0 MB"), ''],
     ['tree large.tpl', 2, '', "template: large.tpl: too large for a template: 100.0 MB; the limit is 8.0 MB\n"],
 ]);
 unlink('large.tpl');
@@ -168,7 +172,7 @@ site/sub/odd&"<name>.htm:2:1-6 error Bad formated parameter'�::': too many :
         "edits": []
     }
 ]
-15 commands
+16 commands
 2 commands
 0 No findings in 200 templates.
 a progress bar

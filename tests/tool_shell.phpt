@@ -35,7 +35,8 @@ function completed(string $words): string
 foreach ([
     'template re' => 'render',
     'template check --fo' => '--format',
-    'template check --format ""' => 'text json checkstyle github',
+    'template check --format ""' => 'text json checkstyle github sarif',
+    'template check --fail-on er' => 'error',
     'template check --format = che' => 'checkstyle',
     'template check x --off misspelt' => 'misspelt-keyword',
     'template explain wrong' => 'wrong-escaping',

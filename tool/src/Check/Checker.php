@@ -24,9 +24,6 @@ final class Checker
 {
     private Files $files;
 
-    /** @var list<string> why files could not be checked, one line each */
-    private array $unreadable = [];
-
     /** @var array<string, Source> */
     private array $sources = [];
 
@@ -60,15 +57,18 @@ final class Checker
 
     /**
      * Checks template files and what they include. Those that another one includes are looked at from there, inside
-     * the loops of that place. $onFile is called for each file that has been read.
+     * the loops of that place. $onFile is called for each file that has been read. $more: files that the check is about
+     * as well, though they are looked at only from where they are included.
      *
      * @param list<string> $paths
+     * @param list<string> $more with all links resolved
      * @return list<Finding> by file and place
      */
-    public function checkFiles(array $paths, ?callable $onFile = null): array
+    public function checkFiles(array $paths, ?callable $onFile = null, array $more = []): array
     {
         $findings = new Findings($this->options);
         $walker = $this->walker($findings);
+        $walker->addTargets($more);
         $documents = [];
         $included = [];
         foreach ($paths as $path) {
@@ -77,7 +77,7 @@ final class Checker
                 $documents[] = $document;
                 $included += array_fill_keys(array_diff($walker->included($document), [$document->source->path]), true);
             } catch (Unreadable $problem) {
-                $this->unreadable[] = $problem->getMessage();
+                $findings->addUnreadable($problem);
             }
             $onFile && $onFile($path);
         }
@@ -124,12 +124,6 @@ final class Checker
     public function looked(): array
     {
         return $this->files->looked();
-    }
-
-    /** @return list<string> */
-    public function unreadable(): array
-    {
-        return $this->unreadable;
     }
 
     private function walker(Findings $findings): Walker

@@ -12,6 +12,9 @@ final class Finding implements \JsonSerializable
     public const ERROR = 'error';
     public const WARNING = 'warning';
 
+    /** The name of the finding that a file can't be read. */
+    public const UNREADABLE = 'unreadable-file';
+
     /** Lines and columns count from 1, columns in characters; the end is the place behind the last character. */
     public readonly int $line;
     public readonly int $column;
@@ -44,9 +47,21 @@ final class Finding implements \JsonSerializable
         [$this->endLine, $this->endColumn] = $source->position($offset + $length);
     }
 
+    /** Of a file that can't be read. */
+    public static function unreadable(string $path, string $reason): self
+    {
+        $source = new Source($path, '', realpath($path) ?: '');
+        return new self($source, self::ERROR, self::UNREADABLE, "this can't be checked: $reason", 0, 0);
+    }
+
     public function isError(): bool
     {
         return $this->severity === self::ERROR;
+    }
+
+    public function isUnreadable(): bool
+    {
+        return $this->name === self::UNREADABLE;
     }
 
     /** The offset counts bytes, the length characters; both count bytes in the edits. */

@@ -2,6 +2,7 @@
 
 namespace TemplateTool\Check;
 
+use TemplateTool\Files\Unreadable;
 use TemplateTool\Syntax\Context;
 use TemplateTool\Syntax\Document;
 use TemplateTool\Syntax\Problem;
@@ -29,10 +30,8 @@ final class Findings
         if (isset($this->off[$problem->name ?? ''])) {
             return;
         }
-        $source = $document->source;
-        $key = implode("\0", [$source->name, $problem->offset, $problem->name ?? $problem->message]);
-        $this->findings[$key] ??= new Finding(
-            $source,
+        $this->take(new Finding(
+            $document->source,
             $problem->name === null || isset($this->errors[$problem->name]) ? Finding::ERROR : Finding::WARNING,
             $problem->name,
             $problem->message,
@@ -42,7 +41,18 @@ final class Findings
             $context ? $context->includedFrom() : [],
             $problem->edits,
             $problem->actions
-        );
+        ));
+    }
+
+    public function addUnreadable(Unreadable $problem): void
+    {
+        $this->take(Finding::unreadable($problem->path, $problem->reason));
+    }
+
+    /** @param list<Finding> $findings of another check */
+    public function addAll(array $findings): void
+    {
+        array_map($this->take(...), $findings);
     }
 
     /** @return list<Finding> by file and place */
@@ -52,5 +62,11 @@ final class Findings
         usort($findings, static fn(Finding $a, Finding $b): int =>
             [$a->source->name, $a->offset, $a->severity] <=> [$b->source->name, $b->offset, $b->severity]);
         return $findings;
+    }
+
+    private function take(Finding $finding): void
+    {
+        $key = implode("\0", [$finding->source->name, $finding->offset, $finding->name ?? $finding->message]);
+        $this->findings[$key] ??= $finding;
     }
 }

@@ -52,6 +52,12 @@ final class Walker
         return $document;
     }
 
+    /** @param list<string> $paths with all links resolved */
+    public function addTargets(array $paths): void
+    {
+        $this->targets += array_fill_keys($paths, true);
+    }
+
     /** @return array<string, Source> by path */
     public function sources(): array
     {

@@ -12,30 +12,45 @@ use Symfony\Component\Console\Input\InputOption;
 use Symfony\Component\Console\Output\ConsoleOutputInterface;
 use Symfony\Component\Console\Output\OutputInterface;
 use TemplateTool\Check\Checker;
+use TemplateTool\Check\Finding;
 use TemplateTool\Check\Options;
 use TemplateTool\Files\Files;
+use TemplateTool\Fix\Change;
+use TemplateTool\Fix\Diff;
+use TemplateTool\Fix\Fixer;
+use TemplateTool\Project\Project;
 use TemplateTool\Report\Paint;
 use TemplateTool\Report\Report;
 use TemplateTool\Rules\Catalogue;
 
 final class CheckCommand extends Command
 {
-    private const PATTERNS = ['*.tpl', '*.html', '*.htm'];
     private const MANY_FILES = 200;
+    private const FAIL_ON = [Finding::ERROR, Finding::WARNING];
 
     protected function configure(): void
     {
         $several = InputOption::VALUE_REQUIRED | InputOption::VALUE_IS_ARRAY;
-        $patterns = implode(' ', self::PATTERNS);
+        $patterns = implode(' ', Project::NAMES);
         $this->setName('check')
             ->setDescription('Finds what is wrong in templates')
-            ->addArgument('path', InputArgument::REQUIRED | InputArgument::IS_ARRAY, 'Files or folders, or "-" for the'
-                . ' standard input')
+            ->addArgument('path', InputArgument::IS_ARRAY, 'Files or folders, or "-" for the standard'
+                . ' input; without any, the project')
             ->addOption('data', 'd', InputOption::VALUE_REQUIRED, 'Sample data. ' . Data::JSON_HELP)
             ->addOption('security', null, InputOption::VALUE_NONE, 'Looks also at escaping and at includes from the data')
             ->addOption('off', null, $several, 'A warning that isn\'t wanted, by its name')
             ->addOption('errors-only', 'e', InputOption::VALUE_NONE, 'Turns off all warnings')
             ->addOption('format', 'f', InputOption::VALUE_REQUIRED, implode(', ', Report::FORMATS), 'text')
+            ->addOption('fail-on', null, InputOption::VALUE_REQUIRED, 'What makes the exit status 1: error, warning', 'warning')
+            ->addOption('project', 'p', InputOption::VALUE_REQUIRED, 'A project file (else ' . Project::FILE . ', found'
+                . ' upwards from the templates)')
+            ->addOption('no-project', null, InputOption::VALUE_NONE, 'Looks for no project file')
+            ->addOption('baseline', null, InputOption::VALUE_REQUIRED, 'A file with findings that are known and left out'
+                . ' (else the project\'s)')
+            ->addOption('write-baseline', null, InputOption::VALUE_NONE, 'Makes today\'s findings the known ones')
+            ->addOption('fix', null, InputOption::VALUE_NONE, 'Mends what has one right answer')
+            ->addOption('dry-run', null, InputOption::VALUE_NONE, 'With --fix: writes nothing, shows what would change')
+            ->addOption('watch', 'w', InputOption::VALUE_NONE, 'Checks again whenever a file that takes part changes')
             ->addOption('name', null, $several, "Which files of a folder are templates (else $patterns)")
             ->addOption('include-path', 'I', $several, 'A folder in which included files are looked for (else the'
                 . ' given folders and those of the pages)');
@@ -53,7 +68,17 @@ final class CheckCommand extends Command
 
               <info>template check page.tpl --data sample.json</info>
 
-            The exit status is 0 when nothing was found, 1 when something was, and 2 when a file couldn't be checked.
+            A project file, <info>template.json</info>, says how the templates in and below its folder are checked. With
+            it a command without paths checks the whole project:
+
+              <info>template check</info>
+
+            Findings that are there already can be made known; from then on only new ones are reported:
+
+              <info>template check --write-baseline</info>
+
+            The exit status is 0 when nothing was found, 1 when something was, and 2 when a file couldn't be checked. With
+            <info>--fail-on error</info> it is 0 when there were only warnings.
             HELP);
     }
 
@@ -63,71 +88,136 @@ final class CheckCommand extends Command
             $suggestions->suggestValues(Report::FORMATS);
         } elseif ($input->mustSuggestOptionValuesFor('off')) {
             $suggestions->suggestValues(Catalogue::names());
+        } elseif ($input->mustSuggestOptionValuesFor('fail-on')) {
+            $suggestions->suggestValues(self::FAIL_ON);
         }
     }
 
     protected function execute(InputInterface $input, OutputInterface $output): int
     {
-        $format = $input->getOption('format');
-        if (!in_array($format, Report::FORMATS, true)) {
-            throw new Failure("--format $format: choose one of " . implode(', ', Report::FORMATS));
+        foreach (['format' => Report::FORMATS, 'fail-on' => self::FAIL_ON] as $option => $allowed) {
+            $value = $input->getOption($option);
+            if (!in_array($value, $allowed, true)) {
+                throw new Failure("--$option $value: choose one of " . implode(', ', $allowed));
+            }
         }
         $paths = $input->getArgument('path');
-        $checker = new Checker(new Options(
-            IncludePath::of($input, $paths),
-            $this->off($input),
+        if ($input->getOption('dry-run') && !$input->getOption('fix')) {
+            throw new Failure('check: --dry-run goes with --fix');
+        }
+        if ($paths === ['-']) {
+            return $this->input($input, $output);
+        }
+        if ($input->getOption('watch')) {
+            $this->watch($input, $output, $paths);
+        }
+        return $this->files($input, $output, new CheckRun($input, $paths));
+    }
+
+    private function input(InputInterface $input, OutputInterface $output): int
+    {
+        foreach (['fix', 'watch', 'write-baseline'] as $option) {
+            if ($input->getOption($option)) {
+                throw new Failure("check: --$option needs files; the standard input is none");
+            }
+        }
+        $text = stream_get_contents(STDIN);
+        $problem = Files::textProblem($text);
+        $options = new Options(
+            IncludePath::of($input, []),
+            CheckRun::off($input, null),
             $input->getOption('security'),
             Data::read($input, $input->getOption('data'))
-        ));
-        [$findings, $files] = $paths === ['-']
-            ? [$checker->checkText(self::input(), 'standard input'), 1]
-            : $this->checkFiles($checker, $paths, $input->getOption('name') ?: self::PATTERNS, $output);
+        );
+        $findings = $problem === null
+            ? (new Checker($options))->checkText($text, 'standard input')
+            : [Finding::unreadable('standard input', $problem)];
+        return $this->report($input, $output, $findings, 1);
+    }
 
-        foreach ($checker->unreadable() as $problem) {
-            fwrite(STDERR, "template: $problem\n");
+    private function files(InputInterface $input, OutputInterface $output, CheckRun $run): int
+    {
+        $findings = $this->findings($output, $run);
+        if ($input->getOption('fix')) {
+            $changes = (new Fixer())->changes($findings);
+            if ($input->getOption('dry-run')) {
+                $diff = implode('', array_map(Diff::of(...), $changes));
+                $output->write($diff, false, OutputInterface::OUTPUT_RAW);
+                return $changes ? Start::FINDINGS : Start::GOOD;
+            }
+            if ($changes) {
+                $this->write($changes);
+                return $this->files($input, $output, new CheckRun($input, $input->getArgument('path')));
+            }
         }
-        $paint = new Paint($output->isDecorated());
-        $output->write(Report::make($format, $findings, $files, $paint), false, OutputInterface::OUTPUT_RAW);
+        if ($run->gone > 0) {
+            $gone = $run->gone === 1 ? '1 finding of the baseline is' : "$run->gone findings of the baseline are";
+            fwrite(STDERR, "template: $gone gone; --write-baseline forgets what is gone\n");
+        }
+        return $this->report($input, $output, $findings, $run->files);
+    }
+
+    /** @return list<Finding> */
+    private function findings(OutputInterface $output, CheckRun $run): array
+    {
+        $bar = null;
+        $findings = $run->findings(static function (int $files) use ($output, &$bar): void {
+            $isWanted = $files >= self::MANY_FILES && $output instanceof ConsoleOutputInterface && stream_isatty(STDERR);
+            if ($bar === null && $isWanted) {
+                $bar = new ProgressBar($output->getErrorOutput(), $files);
+                $bar->setRedrawFrequency(max(1, $files >> 7));
+                $bar->start();
+            }
+            $bar?->advance();
+        });
+        $bar?->clear();
+        return $findings;
+    }
+
+    /** @param list<Change> $changes */
+    private function write(array $changes): void
+    {
+        $places = 0;
+        foreach ($changes as $change) {
+            if (!$change->write()) {
+                throw new Failure("{$change->source->name}: writing failed");
+            }
+            $places += count($change->edits);
+        }
+        fwrite(STDERR, 'template: mended ' . ($places === 1 ? '1 place' : "$places places") . ' in '
+            . (count($changes) === 1 ? '1 file' : count($changes) . ' files') . "\n");
+    }
+
+    /** @param list<Finding> $findings */
+    private function report(InputInterface $input, OutputInterface $output, array $findings, int $files): int
+    {
+        $unreadable = count(array_filter($findings, static fn(Finding $finding): bool => $finding->isUnreadable()));
+        $text = Report::make($input->getOption('format'), $findings, $files - $unreadable, new Paint($output->isDecorated()));
+        $output->write($text, false, OutputInterface::OUTPUT_RAW);
+        $failing = array_filter($findings, static fn(Finding $finding): bool => $finding->isError()
+            || $input->getOption('fail-on') === Finding::WARNING);
         return match (true) {
-            $checker->unreadable() !== [] => Start::FAILURE,
-            $findings !== [] => Start::FINDINGS,
+            $unreadable > 0 => Start::FAILURE,
+            $failing !== [] => Start::FINDINGS,
             default => Start::GOOD,
         };
     }
 
-    private static function input(): string
+    private function watch(InputInterface $input, OutputInterface $output, array $paths): never
     {
-        $text = stream_get_contents(STDIN);
-        $problem = Files::textProblem($text);
-        if ($problem !== null) {
-            throw new Failure("standard input: $problem");
-        }
-        return $text;
-    }
-
-    private function off(InputInterface $input): array
-    {
-        $names = Catalogue::names();
-        foreach ($input->getOption('off') as $name) {
-            if (!in_array($name, $names, true)) {
-                throw new Failure("--off $name: there is no such warning; " . Catalogue::suggestion($name));
+        $watched = array_filter($paths, file_exists(...));
+        Watch::forever($watched, function () use ($input, $output, $paths, &$watched): array {
+            try {
+                $run = new CheckRun($input, $paths);
+                $this->files($input, $output, $run);
+                $watched = $run->watched();
+            } catch (\RuntimeException $failure) {
+                // What was watched before goes on being watched: the next change may mend it.
+                fwrite(STDERR, 'template: ' . $failure->getMessage() . "\n");
             }
-        }
-        return $input->getOption('errors-only') ? $names : $input->getOption('off');
-    }
-
-    /** @return array{list<\TemplateTool\Check\Finding>, int} the findings and the number of files */
-    private function checkFiles(Checker $checker, array $paths, array $patterns, OutputInterface $output): array
-    {
-        $files = TemplateFiles::in($paths, $patterns);
-        $bar = null;
-        if (count($files) >= self::MANY_FILES && $output instanceof ConsoleOutputInterface && stream_isatty(STDERR)) {
-            $bar = new ProgressBar($output->getErrorOutput(), count($files));
-            $bar->setRedrawFrequency(max(1, count($files) >> 7));
-            $bar->start();
-        }
-        $findings = $checker->checkFiles($files, static fn() => $bar?->advance());
-        $bar?->clear();
-        return [$findings, count($files) - count($checker->unreadable())];
+            $count = count(array_filter($watched, is_file(...)));
+            fwrite(STDERR, sprintf("%s checked; watching %d files, Ctrl-C ends\n", date('H:i:s'), $count));
+            return $watched;
+        });
     }
 }

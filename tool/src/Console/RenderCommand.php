@@ -12,9 +12,6 @@ use TemplateTool\Json\Broken;
 
 final class RenderCommand extends Command
 {
-    private const WATCH_INTERVAL = 200000;
-    private const SMALL = 1 << 20;
-
     protected function configure(): void
     {
         $several = InputOption::VALUE_REQUIRED | InputOption::VALUE_IS_ARRAY;
@@ -99,10 +96,7 @@ final class RenderCommand extends Command
             throw new Failure('render --watch: the data can\'t come from the standard input, which is read once');
         }
         $files = Data::files($input, $json);
-        $watched = [...$files, ...$renderer->watched([])];
-        while (true) {
-            $state = self::state($watched);
-            $start = time();
+        Watch::forever([...$files, ...$renderer->watched([])], function () use ($input, $renderer, $json, $files): array {
             $data = [];
             try {
                 $data = Data::read($input, $json) ?? [];
@@ -111,35 +105,12 @@ final class RenderCommand extends Command
                 $status = Start::FAILURE;
                 fwrite(STDERR, 'template: ' . $failure->getMessage() . "\n");
             }
-            $watched = [...$files, ...$renderer->watched($data)];
+            $watched = array_values([...$files, ...$renderer->watched($data)]);
             if ($status === Start::GOOD) {
                 $count = count(array_filter($watched, is_file(...)));
                 fwrite(STDERR, sprintf("%s rendered; watching %d files, Ctrl-C ends\n", date('H:i:s'), $count));
             }
-            // The state from before the reading counts. What has come in with this round may have changed meanwhile.
-            foreach (self::state($watched) as $file => $now) {
-                $state[$file] ??= @filemtime($file) >= $start ? 'unknown' : $now;
-            }
-            while (array_intersect_key($state, $now = self::state($watched)) == $now) {
-                usleep(self::WATCH_INTERVAL);
-            }
-        }
-    }
-
-    /**
-     * @param list<string> $files
-     * @return array<string, string> by file
-     */
-    private static function state(array $files): array
-    {
-        clearstatcache();
-        $state = [];
-        foreach ($files as $file) {
-            $stat = @stat($file);
-            // Times count seconds only; what a small file holds tells more.
-            $hash = $stat && $stat['size'] <= self::SMALL ? @hash_file('xxh3', $file) : '';
-            $state[$file] = $stat ? "$stat[ino] $stat[mtime] $stat[size] $hash" : '';
-        }
-        return $state;
+            return $watched;
+        });
     }
 }

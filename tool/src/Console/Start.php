@@ -5,6 +5,7 @@ namespace TemplateTool\Console;
 use Symfony\Component\Console\Exception\ExceptionInterface;
 use Symfony\Component\Console\Input\ArgvInput;
 use Symfony\Component\Console\Output\ConsoleOutput;
+use TemplateTool\Files\Unreadable;
 use TemplateTool\Json\Broken;
 
 /** Sees to it that all the tool needs is there, and that every failure ends in one line and the right exit status. */
@@ -35,7 +36,7 @@ final class Start
         });
         try {
             return (new Application())->run(new ArgvInput($argv), new ConsoleOutput());
-        } catch (Failure | Broken | ExceptionInterface $failure) {
+        } catch (Failure | Broken | Unreadable | ExceptionInterface $failure) {
             return self::fail($failure->getMessage());
         } catch (\Throwable $failure) {
             return self::fail(get_class($failure) . ': ' . $failure->getMessage());

@@ -73,8 +73,8 @@ final class Files
         return match (true) {
             str_contains($path, "\0") => 'no file has such a name',
             !file_exists($path) => 'no such file',
-            is_dir($path) => 'this is a folder',
             !is_readable($path) => 'permission denied',
+            is_dir($path) => 'this is a folder',
             default => null,
         };
     }
@@ -106,7 +106,7 @@ final class Files
         $text ??= $problem === null ? @file_get_contents($path) : '';
         $problem ??= $text === false ? 'reading failed' : self::textProblem($text);
         if ($problem !== null) {
-            throw new Unreadable("$path: $problem");
+            throw new Unreadable($path, $problem);
         }
         return new Source($path, $text, $real);
     }

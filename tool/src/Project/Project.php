@@ -4,6 +4,7 @@ namespace TemplateTool\Project;
 
 use TemplateTool\Check\Options;
 use TemplateTool\Files\Files;
+use TemplateTool\Files\TemplateFiles;
 use TemplateTool\Json\Broken;
 use TemplateTool\Json\JsonText;
 use TemplateTool\Json\Places;
@@ -177,17 +178,23 @@ final class Project
         return $this->read[$file];
     }
 
-    /** How a page is checked. @throws Broken when its sample data can't be read */
-    public function options(string $page): Options
+    /** How templates are checked, sample data left out. */
+    public function options(): Options
     {
         return new Options(
             $this->includePath,
             $this->off(),
             $this->security,
-            $this->dataOf($page),
+            null,
             $this->errors(),
             $this->vouched
         );
+    }
+
+    /** @return list<string> all templates of the project, with folders that can't be read */
+    public function files(): array
+    {
+        return TemplateFiles::below($this->pages, $this->names);
     }
 
     /** A path as the project file would write it. */

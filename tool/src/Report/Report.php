@@ -3,11 +3,12 @@
 namespace TemplateTool\Report;
 
 use TemplateTool\Check\Finding;
+use TemplateTool\Rules\Catalogue;
 
 /** The formats of "template check". */
 final class Report
 {
-    public const FORMATS = ['text', 'json', 'checkstyle', 'github'];
+    public const FORMATS = ['text', 'json', 'checkstyle', 'github', 'sarif'];
 
     /** @param list<Finding> $findings */
     public static function make(string $format, array $findings, int $files, Paint $paint): string
@@ -16,6 +17,7 @@ final class Report
             'text' => self::text($findings, $files, $paint),
             'json' => self::json($findings) . "\n",
             'checkstyle' => self::checkstyle($findings),
+            'sarif' => Sarif::make($findings),
             'github' => implode('', array_map(self::github(...), $findings)),
         };
     }
@@ -37,12 +39,17 @@ final class Report
         $errors = count(array_filter($findings, static fn(Finding $finding): bool => $finding->isError()));
         $warnings = count($findings) - $errors;
         if (!$findings) {
-            return $files === 0 ? '' : $paint("No findings in $checked.", 'green') . "\n";
+            return $paint("No findings in $checked.", 'green') . "\n";
         }
         $text .= self::count($errors, 'error') . ' and ' . self::count($warnings, 'warning') . " in $checked.\n";
-        if ($warnings) {
-            $name = array_values(array_filter(array_column($findings, 'name')))[0];
+        $names = array_intersect(array_column($findings, 'name'), Catalogue::names());
+        if ($names) {
+            $name = reset($names);
             $text .= "\"template explain $name\" tells more about a warning, \"--off $name\" leaves it out.\n";
+        }
+        $mendable = count(array_filter($findings, static fn(Finding $finding): bool => $finding->edits !== []));
+        if ($mendable) {
+            $text .= '"template check --fix" mends ' . ($mendable === 1 ? 'one' : $mendable) . " of them.\n";
         }
         return $text;
     }

@@ -17,10 +17,12 @@ final class Text
     public function one(Finding $finding): string
     {
         $colour = $finding->isError() ? 'red' : 'yellow';
-        $place = self::visible($finding->source->name) . ":$finding->line:$finding->column:";
+        $place = self::visible($finding->source->name)
+            . ($finding->isUnreadable() ? ':' : ":$finding->line:$finding->column:");
         $name = $finding->name === null ? '' : ' ' . ($this->paint)("[$finding->name]", $colour);
         $text = ($this->paint)($place, '', 'bold') . ' ' . ($this->paint)("$finding->severity:", $colour, 'bold')
-            . ' ' . self::visible($finding->message) . "$name\n" . $this->excerpt($finding, $colour);
+            . ' ' . self::visible($finding->message) . "$name\n"
+            . ($finding->isUnreadable() ? '' : $this->excerpt($finding, $colour));
         $margin = str_repeat(' ', strlen("$finding->line") + 2);
         foreach ($finding->notes as $note) {
             $text .= $margin . ($this->paint)('= ', 'cyan') . self::visible($note) . "\n";

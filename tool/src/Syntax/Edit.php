@@ -12,6 +12,12 @@ final class Edit implements \JsonSerializable
     ) {
     }
 
+    /** The same one, with an offset that counts from further in front. */
+    public function movedBy(int $distance): self
+    {
+        return new self($this->offset + $distance, $this->length, $this->text);
+    }
+
     public function jsonSerialize(): array
     {
         return ['offset' => $this->offset, 'length' => $this->length, 'text' => $this->text];

@@ -26,10 +26,7 @@ final class Problem
     /** The same one, with an offset that counts from further in front. */
     public function movedBy(int $distance): self
     {
-        $edits = array_map(
-            static fn(Edit $edit): Edit => new Edit($edit->offset + $distance, $edit->length, $edit->text),
-            $this->edits
-        );
+        $edits = array_map(static fn(Edit $edit): Edit => $edit->movedBy($distance), $this->edits);
         return new self($this->name, $this->message, $this->offset + $distance, $this->length, $this->notes, $edits);
     }
 }

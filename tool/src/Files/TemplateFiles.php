@@ -1,28 +1,39 @@
 <?php
 
-namespace TemplateTool\Console;
+namespace TemplateTool\Files;
 
-/** The templates that the paths of a command line stand for. */
+/** The templates that files and folders stand for. */
 final class TemplateFiles
 {
     /**
      * @param list<string> $paths files, whatever their names, and folders
      * @param list<string> $patterns for the names of files in folders
-     * @return list<string>
+     * @return list<string> with folders that can't be read
+     * @throws Unreadable for a folder without templates
      */
     public static function in(array $paths, array $patterns): array
     {
         $files = [];
         foreach ($paths as $path) {
-            if (!is_dir($path)) {
-                $files[] = $path;
-                continue;
-            }
-            $found = self::folder(rtrim($path, '/') ?: '/', $patterns);
+            $found = self::below([$path], $patterns);
             if (!$found) {
-                throw new Failure("$path: no file here is named like " . implode(' or ', $patterns) . ' (--name)');
+                throw new Unreadable($path, 'no file here is named like ' . implode(' or ', $patterns) . ' (--name)');
             }
             array_push($files, ...$found);
+        }
+        return array_values(array_unique($files));
+    }
+
+    /**
+     * @param list<string> $paths
+     * @param list<string> $patterns
+     * @return list<string> with folders that can't be read
+     */
+    public static function below(array $paths, array $patterns): array
+    {
+        $files = [];
+        foreach ($paths as $path) {
+            array_push($files, ...(is_dir($path) ? self::folder(rtrim($path, '/') ?: '/', $patterns) : [$path]));
         }
         return array_values(array_unique($files));
     }
@@ -32,7 +43,7 @@ final class TemplateFiles
         $files = [];
         $entries = @scandir($folder);
         if ($entries === false) {
-            throw new Failure("$folder: permission denied");
+            return [$folder];
         }
         foreach ($entries as $entry) {
             $path = $folder === '.' ? $entry : rtrim($folder, '/') . "/$entry";
