@@ -178,14 +178,14 @@ final class Project
         return $this->read[$file];
     }
 
-    /** How templates are checked, sample data left out. */
-    public function options(): Options
+    /** How templates are checked. $page: whose sample data counts. @throws Broken when that can't be read */
+    public function options(?string $page = null): Options
     {
         return new Options(
             $this->includePath,
             $this->off(),
             $this->security,
-            null,
+            $page === null ? null : $this->dataOf($page),
             $this->errors(),
             $this->vouched
         );

@@ -4,8 +4,8 @@ namespace TemplateTool\Server;
 
 use TemplateTool\Check\Checker;
 use TemplateTool\Check\Options;
-use TemplateTool\Console\TemplateFiles;
 use TemplateTool\Files\Files;
+use TemplateTool\Files\TemplateFiles;
 use TemplateTool\Json\Broken;
 use TemplateTool\Project\Project;
 
@@ -88,11 +88,7 @@ final class Folder
     /** @return list<string> the paths of all templates */
     public function templates(): array
     {
-        try {
-            return TemplateFiles::in($this->project()?->pages ?? [$this->path], $this->patterns());
-        } catch (\RuntimeException) {
-            return [];
-        }
+        return TemplateFiles::below($this->project()?->pages ?? [$this->path], $this->patterns());
     }
 
     /** Whether a file of this name is a template. */
@@ -118,8 +114,7 @@ final class Folder
             return $project->options($page);
         } catch (Broken $problem) {
             $this->problems[$problem->getMessage()] = $problem->getMessage();
-            $off = $project->off();
-            return new Options($project->includePath, $off, $project->security, null, $project->errors(), $project->vouched);
+            return $project->options();
         }
     }
 }
