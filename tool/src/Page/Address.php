@@ -33,6 +33,9 @@ final class Address implements Scanner
         '~^$~' => self::START,
         '~^(?:j|ja|jav|java|javas|javasc|javascr|javascri|javascrip|javascript|d|da|dat|data)$~' => self::START,
     ];
+
+    // What stands in front of the address that is loaded after some seconds: "5; url=".
+    private const DELAYED = '~^[\s\d.]*[;,\s]\s*(?:url\s*=\s*["\']?|(?!u(?:r(?:l\s*)?)?\z)(?=[^\s;,]))~i';
     private const LONGEST = 300;
 
     private string $part;
@@ -53,7 +56,7 @@ final class Address implements Scanner
     {
         if ($this->part === self::DELAY) {
             $this->begin .= $text;
-            if (!preg_match('~^[\s\d.]*[;,\s]\s*(?:url\s*=\s*["\']?)?(?=[^\s;,u\d.]|u[^r])|url\s*=\s*["\']?~i', $this->begin, $match)) {
+            if (!preg_match(self::DELAYED, $this->begin, $match)) {
                 return;
             }
             $text = substr($this->begin, strlen($match[0]));

@@ -27,7 +27,7 @@ final class Html implements Scanner
     /** In a script: 1 inside "<!--", 2 inside a "<script" in there. */
     private int $escape = 0;
 
-    /** @var list<string> the elements of SVG and MathML that are open, and what is HTML again within */
+    /** @var list<array{string, string}> what changes between HTML, SVG and MathML: the element, what is inside of it */
     private array $foreign = [];
 
     /** What is read inside of an attribute, a script or a style sheet. */
@@ -131,9 +131,19 @@ final class Html implements Scanner
     {
         $fields = [
             $this->state->value, $this->pending, $this->tag, $this->attribute, $this->raw, $this->escape,
-            (int) $this->isEndTag, (int) $this->isSelfClosing, ...$this->foreign, ...$this->deciding,
+            (int) $this->isEndTag, (int) $this->isSelfClosing, json_encode($this->foreign), ...$this->deciding,
         ];
         return implode("\1", $fields) . "\2" . $this->inner?->key();
+    }
+
+    /** @return array{State, string, string} where this is, with the names of the element and the attribute it is in */
+    public function place(): array
+    {
+        return match ($this->state) {
+            State::Text => [$this->pending === '' ? State::Text : $this->pendingState($this->pending), '', ''],
+            State::Raw => [State::Raw, $this->raw, ''],
+            default => [$this->state, $this->tag, $this->attribute],
+        };
     }
 
     private function pendingState(string $pending): State
@@ -232,7 +242,7 @@ final class Html implements Scanner
             $isTag => State::TagName,
             $opening === '</>' => State::Text,
             $opening === '<!--' => State::Comment,
-            $opening === '<![CDATA[' && $this->isForeign() => State::Cdata,
+            $opening === '<![CDATA[' && $this->foreign => State::Cdata,
             default => State::Bogus,
         };
         // The comment may be over before it begins: "<!-->".
@@ -367,15 +377,20 @@ final class Html implements Scanner
     {
         $this->state = State::Text;
         $this->inner = null;
-        if ($this->isEndTag) {
-            if ($this->foreign && end($this->foreign) === $this->tag) {
-                array_pop($this->foreign);
-            }
-        } else {
-            $this->enter();
-        }
+        $this->isEndTag ? $this->leave() : $this->enter();
         $this->attribute = '';
         $this->deciding = [];
+    }
+
+    private function leave(): void
+    {
+        if ($this->isForeign() && ($this->tag === 'p' || $this->tag === 'br')) {
+            $this->foreign = [];
+        }
+        $opened = array_keys(array_column($this->foreign, 0), $this->tag, true);
+        if ($opened) {
+            $this->foreign = array_slice($this->foreign, 0, end($opened));
+        }
     }
 
     private function enter(): void
@@ -385,26 +400,27 @@ final class Html implements Scanner
             $this->foreign = [];
         }
         $type = trim($this->deciding['type'] ?? '');
-        if ($this->isForeign()) {
-            if (!$this->isSelfClosing) {
+        $language = end($this->foreign)[1] ?? 'html';
+        if ($language === 'html' && !in_array($tag, ['svg', 'math'], true)) {
+            if (Element::isRaw($tag)) {
+                $this->state = State::Raw;
+                $this->raw = $tag;
+                $this->escape = 0;
                 $this->inner = Element::content($tag, $type);
-                if (in_array($tag, ['svg', 'math', 'foreignobject', 'desc', 'title'], true)) {
-                    $this->foreign[] = $tag;
-                }
             }
-        } elseif ($tag === 'svg' || $tag === 'math') {
-            $this->isSelfClosing || $this->foreign[] = $tag;
-        } elseif (Element::isRaw($tag)) {
-            $this->state = State::Raw;
-            $this->raw = $tag;
-            $this->escape = 0;
+        } elseif (!$this->isSelfClosing) {
+            if (in_array($tag, ['svg', 'math', 'script', 'style'], true)) {
+                $this->foreign[] = [$tag, $language === 'html' ? $tag : $language];
+            } elseif ($language === 'svg' && in_array($tag, ['foreignobject', 'desc', 'title'], true)) {
+                $this->foreign[] = [$tag, 'html'];
+            }
             $this->inner = Element::content($tag, $type);
         }
     }
 
     private function isForeign(): bool
     {
-        return in_array(end($this->foreign), ['svg', 'math'], true);
+        return (end($this->foreign)[1] ?? 'html') !== 'html';
     }
 
     private function content(string $text): void
@@ -420,10 +436,10 @@ final class Html implements Scanner
         $found = preg_match("~$more</$this->raw(?=[\\t\\n\\f\\r />])~i", $text, $match, PREG_OFFSET_CAPTURE, $offset);
         if (!$found) {
             // The end may hold the beginning of a tag.
-            $most = strlen($this->raw) + 2;
-            $unclear = strrpos($text, '<', max($offset - strlen($text), -$most));
-            $dashes = $this->escape ? strlen($text) - strlen(rtrim($text, '-')) : 0;
-            $length = $unclear !== false && strlen($text) - $unclear <= $most ? strlen($text) - $unclear : min($dashes, 2);
+            $tail = substr($text, max($offset, strlen($text) - strlen($this->raw) - 2));
+            $unclear = strrchr($tail, '<');
+            $dashes = $this->escape ? strspn(strrev($tail), '-') : 0;
+            $length = $unclear !== false ? strlen($unclear) : min($dashes, 2);
             $this->pending = $length ? substr($text, -$length) : '';
             $this->inner?->read(substr($text, $offset, strlen($text) - $length - $offset));
             return strlen($text);

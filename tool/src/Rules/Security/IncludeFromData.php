@@ -51,10 +51,10 @@ final class IncludeFromData implements ViewRule
                 continue;
             }
             [$name, $message] = match (true) {
-                $this->isFromData($view, $tag) => ['include-from-data', "the data decides which file is included:"
-                    . " \"$tag->argument\" may name any file that PHP may read"],
                 Files::isStream($tag->argument) => ['include-by-wrapper', 'what comes from there is read as a template,'
                     . ' which can print all of the data and any file that PHP may read'],
+                $this->isFromData($view, $tag) => ['include-from-data', "the data decides which file is included:"
+                    . " \"$tag->argument\" may name any file that PHP may read"],
                 default => [null, ''],
             };
             if ($name !== null) {
