@@ -1,13 +1,13 @@
 <?php
 
 // Serves one request of the page, which lies in /request.json: {"job": "version"}, or "render" or "check" with
-// "files" (texts by name) and "data" (the text of a JSON object). Prints the answer, one JSON object:
+// "files" (texts by name), "data" (the text of a JSON object) and, for a check, "security". Prints one JSON object:
 // {"error": "…"} when it isn't served, {"stopped": "memory"|"size"} when it had to be broken off.
 
 use TemplateTool\Check\Checker;
 use TemplateTool\Check\Options;
-use TemplateTool\Console\Failure;
-use TemplateTool\Console\JsonText;
+use TemplateTool\Json\Broken;
+use TemplateTool\Json\JsonText;
 
 const PAGE = 'page.tpl';
 const NAME = '~^(?=.{1,80}\z)(?:[A-Za-z0-9_][A-Za-z0-9_.-]*/){0,4}[A-Za-z0-9_][A-Za-z0-9_.-]*\z~';
@@ -62,8 +62,8 @@ function data(string $json): array
 {
     try {
         $data = JsonText::decode($json, 'data.json');
-    } catch (Failure $failure) {
-        throw new Refusal($failure->getMessage());
+    } catch (Broken $broken) {
+        throw new Refusal($broken->getMessage());
     }
     return is_array($data) ? $data
         : throw new Refusal('data.json:1:1: the data must be an object: {"name": "Ann"}');
@@ -95,9 +95,9 @@ function rendered(array $data): array
 }
 
 /** @return array<string, mixed> */
-function checked(array $data): array
+function checked(array $data, bool $security): array
 {
-    $checker = new Checker(new Options(data: $data));
+    $checker = new Checker(new Options(security: $security, data: $data));
     $found = $checker->checkFiles(templates('.'));
     $tree = json_encode($checker->treeOfFile(PAGE), JSON_INVALID_UTF8_SUBSTITUTE, 1024);
     return [
@@ -128,7 +128,7 @@ function answer(array $request): array
     put($request['files']);
     $data = data($request['data']);
     if ($request['job'] === 'check') {
-        return checked($data);
+        return checked($data, $request['security'] ?? false);
     }
     foreach (stream_get_wrappers() as $wrapper) {
         $wrapper === 'file' || stream_wrapper_unregister($wrapper);

@@ -1,7 +1,5 @@
 /* What PHP and the extension ask of an operating system and a browser doesn't have. */
 
-#define _GNU_SOURCE
-#include <emscripten/stack.h>
 #include <errno.h>
 #include <pthread.h>
 #include <stdbool.h>
@@ -51,25 +49,20 @@ int munmap(void *address, size_t size) {
  * an address lies: so nesting gets no more than this of the latter. */
 #define USABLE_STACK ((uintptr_t) 512 << 10)
 
-int pthread_getattr_np(pthread_t thread, pthread_attr_t *attributes) {
-	(void) thread;
-	(void) attributes;
-	return 0;
+static uintptr_t stack_top;
+
+/* No frame of a request is above this one. */
+__attribute__((constructor)) static void find_stack(void) {
+	stack_top = (uintptr_t) __builtin_frame_address(0);
 }
 
 int pthread_attr_getstack(const pthread_attr_t *restrict attributes, void **restrict lowest, size_t *restrict size) {
-	uintptr_t base = emscripten_stack_get_base();
 	uintptr_t here = (uintptr_t) __builtin_frame_address(0);
-	uintptr_t usable = base - USABLE_STACK;
+	uintptr_t usable = stack_top - USABLE_STACK;
 	(void) attributes;
 	/* Who is below it already has nothing left, but is on this stack all the same. */
 	*lowest = (void *) (usable < here ? usable : here);
-	*size = base - (uintptr_t) *lowest;
-	return 0;
-}
-
-int pthread_attr_destroy(pthread_attr_t *attributes) {
-	(void) attributes;
+	*size = stack_top - (uintptr_t) *lowest;
 	return 0;
 }
 

@@ -1,6 +1,6 @@
 // What the build puts beside the Worker's own files.
 
-declare module "*/php.js" {
+declare module "*/module.js" {
   const createPhp: import("./php").CreateGlue;
   export default createPhp;
 }

@@ -4,6 +4,8 @@
 export interface Request {
   files: Record<string, string>;
   data: string;
+  /** Whether the checker looks for values that can break out of their place. */
+  security?: boolean;
 }
 
 export interface Finding {

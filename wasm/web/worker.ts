@@ -2,7 +2,7 @@
 // a request as JSON, answered with JSON, or with "crash", after which there is nothing left to do but to end the Worker.
 
 import image from "./image.json";
-import createPhp from "./php.js";
+import createPhp from "./module.js";
 import { Php } from "./php";
 import { MEGABYTES } from "./engine";
 
