@@ -31,7 +31,6 @@ class Client {
         client.process = start();
         client.exited = new Promise(resolve => client.process.on('exit', (code, signal) => resolve(signal ?? code)));
         client.diagnostics = new Map();
-        client.published = new Map();
         client.versions = new Map();
         client.asked = [];
         client.waiting = [];
@@ -39,7 +38,6 @@ class Client {
         client.connection = connection;
         connection.onNotification('textDocument/publishDiagnostics', news => {
             client.diagnostics.set(news.uri, news);
-            client.published.set(news.uri, (client.published.get(news.uri) ?? 0) + 1);
             client.waiting.splice(0).forEach(check => check());
         });
         connection.onNotification((method, parameters) => client.asked.push([method, parameters]));
@@ -47,6 +45,7 @@ class Client {
             client.asked.push([method, parameters]);
             return null;
         });
+        connection.onUnhandledProgress(parameters => client.asked.push(['$/progress', parameters]));
         connection.onError(() => {});
         connection.listen();
         client.initialized = await connection.sendRequest('initialize', {
@@ -96,14 +95,13 @@ class Client {
         return this.notify('textDocument/didClose', { textDocument: { uri: this.uri(name) } });
     }
 
-    /** The findings about an open text as it is now, or the next news about another file. */
-    async findings(name) {
+    /** The findings about an open text as it is now, or the last about another file; waits until they are as wanted. */
+    async findings(name, isWanted = () => true) {
         const uri = this.uri(name);
-        const wanted = this.versions.get(name);
-        const until = Date.now() + 20000;
-        while (Date.now() < until) {
+        const version = this.versions.get(name);
+        for (const until = Date.now() + 20000; Date.now() < until;) {
             const news = this.diagnostics.get(uri);
-            if (news && (wanted === undefined || news.version === wanted)) {
+            if (news && (version === undefined || news.version === version) && isWanted(news.diagnostics)) {
                 return news.diagnostics;
             }
             await new Promise(resolve => {
@@ -111,7 +109,7 @@ class Client {
                 setTimeout(resolve, 1000);
             });
         }
-        throw new Error(`no diagnostics of ${name} came`);
+        throw new Error(`no such findings of ${name}: ${JSON.stringify(this.diagnostics.get(uri))}`);
     }
 
     async stop() {

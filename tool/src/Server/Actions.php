@@ -30,7 +30,7 @@ final class Actions
 
         $actions = [];
         $all = [];
-        foreach ($this->diagnostics->of($place->path) as $finding) {
+        foreach ($this->diagnostics->now($place->path) as $finding) {
             if ($finding->source->text !== $source->text) {
                 continue;
             }
@@ -57,6 +57,9 @@ final class Actions
         if ($finding->edits) {
             $edit = $this->edit($finding->source, $finding->edits);
             $actions[] = ['title' => $this->title($finding), 'edit' => $edit, 'isPreferred' => true] + $common;
+        }
+        foreach ($finding->actions as $action) {
+            $actions[] = ['title' => $action->title, 'edit' => $this->edit($finding->source, $action->edits)] + $common;
         }
         if ($finding->name !== null) {
             $edit = $this->turnOff($place->folder->projectFile(), $finding->name);

@@ -71,7 +71,7 @@ final class Completion
             $items = $this->keywords($before, $inside);
         }
         $kind = Kind::of($inside);
-        if ($kind->isEnd()) {
+        if ($kind->isEnd() || str_starts_with($inside, '/')) {
             return $items;
         }
         $argument = ltrim(substr($inside, strlen($kind->value)), self::BLANKS);

@@ -93,8 +93,18 @@ final class Diagnostics
         return true;
     }
 
+    /** What is wrong with a file as it is now. @return list<Finding> */
+    public function now(string $path): array
+    {
+        foreach ($this->todo[$path] ?? [] as $page => $_) {
+            $this->check($page);
+        }
+        unset($this->todo[$path]);
+        return $this->of($path);
+    }
+
     /** @return list<Finding> what is known to be wrong with a file */
-    public function of(string $path): array
+    private function of(string $path): array
     {
         $all = [];
         $open = $this->workspace->open($path);
@@ -144,10 +154,12 @@ final class Diagnostics
         foreach ($this->workspace->all() as $path => $_) {
             $wanted += $this->workspace->folderOf($path)->includes->reach($path);
         }
-        foreach (array_keys($this->stale) as $path) {
+        $settings = $this->aboutSettings();
+        foreach (array_keys($this->stale + $settings) as $path) {
             $findings = isset($wanted[$path]) ? $this->of($path) : [];
             $open = $this->workspace->open($path);
             $diagnostics = array_map($this->diagnostic(...), array_slice($findings, 0, self::MOST_FINDINGS));
+            array_push($diagnostics, ...$settings[$path] ?? []);
             $mark = md5(serialize([$open?->version, $diagnostics]));
             $isNews = $diagnostics || $open || isset($this->published[$path]);
             if ($isNews && ($this->published[$path] ?? '') !== $mark) {
@@ -160,6 +172,26 @@ final class Diagnostics
             }
         }
         $this->stale = [];
+    }
+
+    /** What is wrong with project files and sample data. @return array<string, list<array>> diagnostics by path */
+    private function aboutSettings(): array
+    {
+        $diagnostics = [];
+        foreach ($this->workspace->folders() as $folder) {
+            foreach ($folder->problems() as $problem) {
+                preg_match('~^(.+?)(?::(\d+):(\d+))?: (.*)$~s', $problem, $match);
+                $start = ['line' => max(0, (int) $match[2] - 1), 'character' => max(0, (int) $match[3] - 1)];
+                $range = ['start' => $start, 'end' => ['character' => $start['character'] + 1] + $start];
+                $diagnostics[$match[1]][] = [
+                    'range' => $range,
+                    'severity' => self::ERROR,
+                    'source' => 'template',
+                    'message' => $match[4],
+                ];
+            }
+        }
+        return $diagnostics;
     }
 
     /** A finding as the protocol has it. */

@@ -27,7 +27,7 @@ final class Folder
         $this->includes = new Includes($this, $workspace);
     }
 
-    /** Files have changed on the disk. */
+    /** The project file, sample data or other templates may have changed. */
     public function forget(): void
     {
         $this->isLoaded = false;

@@ -30,7 +30,7 @@ final class Hover
             Spot::STAR, Spot::INDEX => $this->value($place, $usages, $spot),
             default => '',
         }];
-        foreach ($this->diagnostics->of($place->path) as $finding) {
+        foreach ($this->diagnostics->now($place->path) as $finding) {
             $isHere = $finding->offset <= $place->offset && $place->offset <= $finding->offset + $finding->length;
             if ($isHere && $finding->name !== null && isset(Catalogue::all()[$finding->name])) {
                 $parts[] = $this->explanation($finding);

@@ -11,7 +11,6 @@ final class Includes
     // The argument of an include tag; what looks like one inside of doubled braces is none.
     private const TAG = '~(?:\{\{|\{(?=[ \t\n\r]|\z))(*SKIP)(*FAIL)|\{include([^{}]*+)~';
     private const BLANKS = " \t\n\r\v\f";
-    private const LARGEST = 8_000_000;
     private const FRESH = 2.0;
 
     /** @var array<string, array{string, list<string>}> by path: what tells a change, and the names it includes */
@@ -35,10 +34,22 @@ final class Includes
         return $this->read > 0.0;
     }
 
-    /** Files have changed on the disk: the next question reads anew. */
+    /** A file was made, changed or deleted on the disk. */
+    public function changed(string $path, bool $isNew = true): void
+    {
+        if (is_file($path) || $this->workspace->open($path)) {
+            $this->readFile($path);
+        } else {
+            $isNew = $isNew || isset($this->names[$path]);
+            unset($this->names[$path]);
+        }
+        $this->includers = $isNew ? null : $this->includers;
+    }
+
+    /** What includes lead to may have changed. */
     public function forget(): void
     {
-        $this->read = min($this->read, 1.0);
+        $this->includers = null;
     }
 
     /**
@@ -60,34 +71,19 @@ final class Includes
             }
             $this->readFile($path);
         }
+        // Those that were closed, deleted, or lie outside of the project's folders.
         foreach (array_diff_key($this->names, $paths) as $path => $_) {
-            if ($this->workspace->open($path) === null) {
-                unset($this->names[$path]);
-                $this->includers = null;
-            }
+            $this->changed($path, false);
         }
         $this->read = microtime(true);
     }
 
-    /** The text of an open template has changed. */
+    /** The text of a template may have changed. */
     public function readFile(string $path): void
     {
-        $open = $this->workspace->open($path);
-        $stat = $open ? null : @stat($path);
-        $mark = $open ? md5($open->text()) : ($stat ? "$stat[mtime] $stat[size] $stat[ino]" : '');
-        $known = $this->names[$path] ?? null;
-        if ($known !== null && $known[0] === $mark) {
-            return;
-        }
-        $isSmall = $open || ($stat && $stat['size'] <= self::LARGEST && is_file($path));
-        $text = $open?->text() ?? ($isSmall ? (string) @file_get_contents($path) : '');
-        preg_match_all(self::TAG, $text, $tags);
-        $names = array_map(static fn(string $argument): string => trim($argument, self::BLANKS), $tags[1]);
-        $names = array_values(array_unique($names));
-        if ($known === null || $known[1] !== $names) {
+        if ($this->scan($path)) {
             $this->includers = null;
         }
-        $this->names[$path] = [$mark, $names];
     }
 
     /** @return list<string> the paths of all templates of the project */
@@ -126,6 +122,25 @@ final class Includes
         return array_values($pages) ?: [$path];
     }
 
+    /** Returns whether a template is new or includes other files than before. */
+    private function scan(string $path): bool
+    {
+        $open = $this->workspace->open($path);
+        $stat = $open ? null : @stat($path);
+        $mark = $open ? md5($open->text()) : ($stat ? "$stat[mtime] $stat[size] $stat[ino]" : '');
+        $known = $this->names[$path] ?? null;
+        if ($known !== null && $known[0] === $mark) {
+            return false;
+        }
+        $isSmall = $open || ($stat && $stat['size'] <= Files::LARGEST && is_file($path));
+        $text = $open?->text() ?? ($isSmall ? (string) @file_get_contents($path) : '');
+        preg_match_all(self::TAG, $text, $tags);
+        $names = array_map(static fn(string $argument): string => trim($argument, self::BLANKS), $tags[1]);
+        $names = array_values(array_unique($names));
+        $this->names[$path] = [$mark, $names];
+        return $known === null || $known[1] !== $names;
+    }
+
     /** @return array<string, true> */
     private function closure(string $start, callable $next): array
     {
@@ -149,11 +164,18 @@ final class Includes
         $this->includers = [];
         $this->included = [];
         $unknown = [];
-        foreach ($this->names as $path => [, $names]) {
-            $files = null;
-            foreach ($names as $name) {
-                $files ??= $this->folder->files($path);
+        for ($todo = array_keys($this->names); $todo;) {
+            $path = array_pop($todo);
+            if (!isset($this->names[$path])) {
+                // Not in the project's own folders.
+                $this->scan($path);
+            }
+            $files = $this->names[$path][1] ? $this->folder->files($path) : null;
+            foreach ($this->names[$path][1] as $name) {
                 $this->link($path, $name, $path, $files) || $unknown[] = [$path, $name];
+            }
+            foreach ($this->included[$path] ?? [] as $found) {
+                isset($this->names[$found]) || $todo[] = $found;
             }
         }
         // What isn't found from the partial itself may lie beside a page that uses it.

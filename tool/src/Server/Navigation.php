@@ -149,7 +149,7 @@ final class Navigation
 
     private function isName(string $name): bool
     {
-        return strpbrk($name, "{},'") === false
+        return strpbrk($name, "{},' \t\n\r\v\f") === false
             && (new Engine())->complaint("{dynamic $name,x}{{$name}::*}{/dynamic}") === null;
     }
 

@@ -130,8 +130,16 @@ final class Session
         $this->diagnostics->everything();
     }
 
-    private function filesChanged(): void
+    /** Files, or all that is known of them: without a list it is a template or the settings. */
+    private function filesChanged(array $parameters): void
     {
+        foreach ($parameters['changes'] ?? [] as $change) {
+            $path = Uri::path($change['uri']);
+            $folder = $this->workspace->folderOf($path);
+            if ($folder->isTemplate(basename($path))) {
+                $folder->includes->changed($path);
+            }
+        }
         $this->workspace->forget();
         $this->diagnostics->everything();
     }
@@ -140,7 +148,7 @@ final class Session
     {
         array_map($this->workspace->removeFolder(...), array_column($parameters['event']['removed'], 'uri'));
         array_map($this->workspace->addFolder(...), array_column($parameters['event']['added'], 'uri'));
-        $this->filesChanged();
+        $this->filesChanged([]);
     }
 
     /** Reads a project for the first time; a message that comes interrupts it, and the next time it goes on from there. */

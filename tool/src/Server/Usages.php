@@ -209,7 +209,10 @@ final class Usages
     {
         $text = $this->workspace->open($path)?->text() ?? (string) @file_get_contents($path);
         foreach ($wanted as $each) {
-            if (str_contains($text, (string) end($each))) {
+            // What stands behind the last star is written out; without a star, all of it.
+            $stars = array_keys($each, Scope::ELEMENT, true);
+            $written = $stars ? array_slice($each, end($stars)) : $each;
+            if (str_contains($text, implode('::', $written))) {
                 return true;
             }
         }

@@ -66,7 +66,7 @@ final class Workspace
         return $this->folders[$root] ??= new Folder($root, $this);
     }
 
-    /** Files have changed on the disk. */
+    /** Project files, sample data or templates have changed on the disk. */
     public function forget(): void
     {
         $this->known = [];
@@ -156,7 +156,11 @@ final class Workspace
      */
     public function place(array $parameters): Place
     {
-        $path = Uri::path($parameters['textDocument']['uri'] ?? '');
+        $uri = $parameters['textDocument']['uri'] ?? null;
+        if (!is_string($uri)) {
+            throw new ResponseError(ResponseError::INVALID_PARAMETERS, 'there is no uri');
+        }
+        $path = Uri::path($uri);
         $document = $this->document($path);
         if (!$document) {
             throw new ResponseError(ResponseError::FAILED, "$path can't be read as a template");
