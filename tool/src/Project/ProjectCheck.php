@@ -129,15 +129,23 @@ final class ProjectCheck
         return array_map($this->shown(...), $this->more->includePath ?: $this->project->includePath);
     }
 
-    /** A path relative to the base, when it lies below it. */
+    /** A path relative to the base, when both lie in the project. */
     private function shown(string $path): string
     {
-        return match (true) {
-            $this->base === '' => $path,
-            $path === $this->base => '.',
-            str_starts_with($path, rtrim($this->base, '/') . '/') => substr($path, strlen(rtrim($this->base, '/')) + 1),
-            default => $path,
-        };
+        $isIn = fn(string $path): bool => str_starts_with("$path/", "{$this->project->folder}/");
+        if ($this->base === '' || !str_starts_with($path, '/') || !$isIn($path)) {
+            return $path;
+        }
+        if (!$isIn($this->base)) {
+            return str_starts_with($path, "$this->base/") ? substr($path, strlen($this->base) + 1) : $path;
+        }
+        $from = explode('/', $this->base);
+        $to = explode('/', $path);
+        while ($from && $to && $from[0] === $to[0]) {
+            array_shift($from);
+            array_shift($to);
+        }
+        return implode('/', [...array_fill(0, count($from), '..'), ...$to]) ?: '.';
     }
 
     private static function real(string $path): string
