@@ -39,7 +39,7 @@ foreach ([
     'template check --fail-on er' => 'error',
     'template check --format = che' => 'checkstyle',
     'template check x --off misspelt' => 'misspelt-keyword',
-    'template explain wrong' => 'wrong-escaping',
+    'template explain wrong-e' => 'wrong-escaping',
     'template tree --format js' => 'json',
     'template render pa' => '',
 ] as $words => $wanted) {

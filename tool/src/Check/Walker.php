@@ -116,7 +116,16 @@ final class Walker
             }
         };
         $options = $this->options;
-        return new View($document, $context, $this->store->engine, $options->data, $options->vouched, $this->files, $open);
+        return new View(
+            $document,
+            $context,
+            $this->store->engine,
+            $options->data,
+            $options->vouched,
+            $this->files,
+            $open,
+            $this->rules->isForeign(...)
+        );
     }
 
     /** Reports what is wrong with a document however it is reached. */

@@ -7,10 +7,30 @@ final class Catalogue
 {
     /** @var list<class-string<Rule>> in the order in which "template explain" lists them */
     public const RULES = [
+        Tags\CutOffTag::class,
+        Tags\BraceInTag::class,
+
+        Foreign\ForeignTag::class,
+        Foreign\WrongClosingTag::class,
+        Foreign\ForeignLoop::class,
+        Foreign\OptionalOperator::class,
+        Foreign\QuotedInclude::class,
+        Foreign\DollarVariable::class,
+        Foreign\Filter::class,
+        Foreign\Call::class,
+        Foreign\Member::class,
+        Foreign\Operator::class,
+        Foreign\DoubleQuotes::class,
+        Foreign\DoubleBraces::class,
+        Foreign\BlankBeforeKeyword::class,
+        Foreign\AtDirective::class,
+        Foreign\PhpCode::class,
+
+        Code\LostText::class,
+        Code\LostBrace::class,
+
         Tags\KeywordPrefix::class,
         Tags\MisspeltKeyword::class,
-        Tags\BraceInTag::class,
-        Tags\CutOffTag::class,
         Tags\BlankAtComma::class,
         Tags\IntegerIndex::class,
         Tags\BlankInReference::class,
@@ -20,6 +40,7 @@ final class Catalogue
         Loops\MissingLoop::class,
 
         Includes\MissingInclude::class,
+        Includes\StrayMark::class,
 
         Data\Values::class,
 
@@ -54,6 +75,6 @@ final class Catalogue
         }
         asort($distances);
         $nearest = array_key_first($distances);
-        return $distances[$nearest] <= 4 ? "is \"$nearest\" meant?" : '"template explain" lists them all';
+        return $distances[$nearest] <= min(4, intdiv(strlen($name), 2)) ? "is \"$nearest\" meant?" : '"template explain" lists them all';
     }
 }

@@ -7,6 +7,7 @@ use TemplateTool\Syntax\Context;
 use TemplateTool\Syntax\Document;
 use TemplateTool\Syntax\Engine;
 use TemplateTool\Syntax\Node;
+use TemplateTool\Syntax\Reference;
 
 /** A document as it is reached by one chain of includes, and with what it is meant for. */
 final class View
@@ -19,8 +20,11 @@ final class View
      * $data: null when nothing is known of it. $vouched: as in Options. $open: the document of a path; null when it
      * can't be read.
      *
+     * $isForeign: as RuleSet knows it.
+     *
      * @param list<string> $vouched
      * @param \Closure(string): ?Document $open
+     * @param \Closure(Document, Node): bool $isForeign
      */
     public function __construct(
         public readonly Document $document,
@@ -30,6 +34,7 @@ final class View
         public readonly array $vouched,
         private Files $files,
         private \Closure $open,
+        private \Closure $isForeign,
     ) {
     }
 
@@ -43,13 +48,38 @@ final class View
             return null;
         }
         $context = $this->context->through($this->document, $node, $name, $this->data !== null);
-        return new self($document, $context, $this->engine, $this->data, $this->vouched, $this->files, $this->open);
+        return new self(
+            $document,
+            $context,
+            $this->engine,
+            $this->data,
+            $this->vouched,
+            $this->files,
+            $this->open,
+            $this->isForeign
+        );
     }
 
     /** The path under which an include of this name opens a file or a folder; null when there is none. */
     public function find(string $name): ?string
     {
         return $this->files->find($name, $this->context->page);
+    }
+
+    /** Whether a tag has been explained as one of another language. */
+    public function isForeign(Node $node): bool
+    {
+        return ($this->isForeign)($this->document, $node);
+    }
+
+    /**
+     * Whether the sample data has a value for one of these where a tag stands.
+     *
+     * @param list<Reference> $references
+     */
+    public function hasOneOf(Node $node, array $references): bool
+    {
+        return $this->probe($node, array_column($references, 'text'))[1] > 0;
     }
 
     /** Whether a plain tag prints nothing but numbers, as far as the sample data goes. */

@@ -21,6 +21,8 @@ final class Document
     /** @var list<int> where each of them begins */
     public array $offsets = [];
 
+    public readonly CodeRanges $code;
+
     /** @var list<Problem> what the engine says against it */
     public array $problems = [];
 
@@ -41,6 +43,7 @@ final class Document
 
     public function __construct(public readonly Source $source, private Engine $engine, private TagReader $reader)
     {
+        $this->code = new CodeRanges($source->text);
         $deepest = null;
         $text = $source->text;
         for ($offset = 0; preg_match(self::TAG, $text, $match, PREG_OFFSET_CAPTURE, $offset); ) {

@@ -67,7 +67,7 @@ final class Values implements ViewRule
     public function inView(View $view): iterable
     {
         foreach ($view->document->nodes as $node) {
-            if ($node->tag->complaint === null) {
+            if ($node->tag->complaint === null && !$node->isCut() && !$view->isForeign($node)) {
                 yield from $this->atNode($view, $node);
             }
         }

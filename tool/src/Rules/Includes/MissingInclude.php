@@ -32,7 +32,7 @@ final class MissingInclude implements ViewRule
     {
         foreach ($view->document->nodes as $node) {
             $tag = $node->tag;
-            if ($tag->kind !== Kind::Include || $tag->complaint !== null) {
+            if ($tag->kind !== Kind::Include || $tag->complaint !== null || $node->isCut() || $view->isForeign($node)) {
                 continue;
             }
             $name = $tag->includedName($view->data);

@@ -44,7 +44,8 @@ final class MissingLoop implements ViewRule
     {
         $missing = [];
         foreach ($view->document->nodes as $node) {
-            foreach ($node->tag->complaint === null ? $node->tag->references : [] as $reference) {
+            $isRead = $node->tag->complaint === null && !$view->isForeign($node);
+            foreach ($isRead ? $node->tag->references : [] as $reference) {
                 if (!$reference->isPath() && !$view->context->hasLoop($node, $reference->namespace)) {
                     $missing[$reference->namespace][] = [$reference, $node->offset + $reference->offset];
                 }

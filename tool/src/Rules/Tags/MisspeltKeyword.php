@@ -34,21 +34,36 @@ final class MisspeltKeyword implements TagRule
             return;
         }
         [$word] = $match;
-        $isEnd = $word[0] === '/';
-        if (!$isEnd && $word === $tag->argument) {
-            return;
+        $keyword = $word[0] !== '/' && $word === $tag->argument ? null : self::meant($word);
+        if ($keyword !== null) {
+            $message = "\"$word\" is no keyword, so this prints a value of that name; is \"$keyword\" meant?";
+            // Any other slip may be a name after all.
+            $edits = strtolower($word) === $keyword ? [new Edit($tag->argumentOffset, strlen($word), $keyword)] : [];
+            yield new Problem('misspelt-keyword', $message, $tag->argumentOffset, strlen($word), edits: $edits);
         }
+    }
+
+    /** The keyword that a word was meant to be; null when it is more likely a name. */
+    public static function meant(string $word): ?string
+    {
+        $isEnd = $word[0] === '/';
         // "options" is a likely name and no slip; what begins with a slash is no likely name.
-        $distance = $isEnd ? 3 : (strlen($word) < 10 ? 1 : 2);
+        $most = $isEnd ? 3 : (strlen($word) < 10 ? 1 : 2);
         foreach (Kind::cases() as $kind) {
             $keyword = $kind->value;
-            if ($keyword !== '' && $kind->isEnd() === $isEnd && levenshtein(strtolower($word), $keyword) <= $distance) {
-                $message = "\"$word\" is no keyword, so this prints a value of that name; is \"$keyword\" meant?";
-                // Any other slip may be a name after all.
-                $edits = strtolower($word) === $keyword ? [new Edit($tag->argumentOffset, strlen($word), $keyword)] : [];
-                yield new Problem('misspelt-keyword', $message, $tag->argumentOffset, strlen($word), edits: $edits);
-                return;
+            if ($keyword !== '' && $kind->isEnd() === $isEnd && self::distance(strtolower($word), $keyword) <= $most) {
+                return $keyword;
             }
         }
+        return null;
+    }
+
+    /** How many letters are wrong; two that have changed places count once. */
+    private static function distance(string $word, string $keyword): int
+    {
+        for ($i = 0; $i + 1 < strlen($word) && $i < strlen($keyword) && $word[$i] === $keyword[$i]; $i++) {
+        }
+        $swapped = substr($word, 0, $i) . strrev(substr($word, $i, 2)) . substr($word, $i + 2);
+        return min(levenshtein($word, $keyword), 1 + levenshtein($swapped, $keyword));
     }
 }
