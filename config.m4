@@ -41,7 +41,7 @@ if test "$PHP_TEMPLATE" != "no"; then
 
   template_flags="-DZEND_ENABLE_STATIC_TSRMLS_CACHE=1 $PHP_TEMPLATE_STDCXX $template_lto -I@ext_srcdir@/src -fvisibility=hidden -fvisibility-inlines-hidden -Wall -Wextra -Wformat -Werror=format-security"
   template_sources="src/call.cpp src/main.cpp src/template.cpp \
-    src/php/plain_file.cpp src/php/stack_guard.cpp src/php/stream.cpp src/php/warning.cpp \
+    src/php/plain_file.cpp src/php/properties.cpp src/php/stack_guard.cpp src/php/stream.cpp src/php/warning.cpp \
     src/text/arena.cpp src/text/byte_scan.cpp src/text/number_text.cpp src/text/text_buffer.cpp \
     src/tree/compared_value.cpp src/tree/reference.cpp \
     src/source/input.cpp \

@@ -24,6 +24,7 @@ void Call::release() {
 	while (oRendering.oInnermostLoop) {
 		endLoop();
 	}
+	php.release();
 	oRendering.sOutput.release();
 	oAnalysis.oIncludes.release();
 	oAnalysis.oScopes.release();

@@ -56,8 +56,12 @@ public:
 	HashTable* beginLoop(DynamicBlock& oBlock, const zval* phpData);
 	/// Ends the innermost walk. May run user code: the table may have been the last to hold an object.
 	void endLoop();
-	/// Leaves the tables of all walks to PHP. For after a fatal error, when no user code may run any more.
-	void abandonLoops() { oRendering.oInnermostLoop = nullptr; }
+	/// Leaves the tables of all walks, and what was found last, to PHP. For after a fatal error, when no user code may run
+	/// any more.
+	void abandonData() {
+		oRendering.oInnermostLoop = nullptr;
+		php.abandon();
+	}
 
 	/// Frees everything. May run user code, like `endLoop`, when a walk was broken off.
 	void release();

@@ -44,7 +44,7 @@ void runAndRelease(std::string_view sFileName, const zval* userData, bool string
 	}
 	zend_catch {
 		bFatal = true;
-		call.abandonLoops();
+		call.abandonData();
 	}
 	zend_end_try();
 	call.release();

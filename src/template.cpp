@@ -19,7 +19,7 @@ const zval* Template::findVariable(const Index* oIndex, const zval* phpVarRoot) 
 	}
 	for (;;) {
 		const zval* phpFound = oIndex->sKey ? call.php.hashFind(*oIndex, phpVarRoot)
-											: PHPInterface::hashIndexFind(oIndex->nIndex, phpVarRoot);
+											: call.php.hashIndexFind(oIndex->nIndex, phpVarRoot);
 		oIndex = oIndex->oNext;
 		if (!oIndex || !phpFound) {
 			return phpFound;

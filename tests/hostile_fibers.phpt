@@ -128,10 +128,10 @@ $ended = fn(string $code): Closure => fn() => preg_replace('/\s*Fatal error: .*?
 table([
     ['left alone to the end', $ended('$fiber = $start($l, $pause); echo "end";'), null, 'end|3 | exit 0'],
     ['exit inside', $ended('$other = $start($l, $pause); $start($l, new Spy(fn() => exit(4)));'), null, '|3 | exit 4'],
-    ['fatal error inside', $ended('$other = $start($l, $pause); $start($l, new Spy(fn() => trigger_error("x", E_USER_ERROR)));'), null, 'F|3 | exit 255'],
-    ['fatal error outside', $ended('$other = $start($l, $pause); trigger_error("x", E_USER_ERROR);'), null, 'F|3 | exit 255'],
+    ['fatal error inside', $ended('$other = $start($l, $pause); $start($l, new Spy(fn() => @trigger_error("x", E_USER_ERROR)));'), null, 'F|3 | exit 255'],
+    ['fatal error outside', $ended('$other = $start($l, $pause); @trigger_error("x", E_USER_ERROR);'), null, 'F|3 | exit 255'],
     ['fatal error in a call around', $ended('template($l, ["l" => [new Spy(function () use ($start, $l, $pause) {
-        $GLOBALS["f"] = $start("{include spy://x}$l", $pause); trigger_error("x", E_USER_ERROR); })]], true);'), null, 'F|3 | exit 255'],
+        $GLOBALS["f"] = $start("{include spy://x}$l", $pause); @trigger_error("x", E_USER_ERROR); })]], true);'), null, 'F|3 | exit 255'],
     ['resumed by the last code of the request', $ended('$fiber = $start($l, $pause); register_shutdown_function(fn() => $fiber->resume());'), null, '|31spy2 | exit 0'],
 ]);
 ?>

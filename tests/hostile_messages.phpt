@@ -30,11 +30,11 @@ for ($code = 1; $code < 256; $code++) {
 }
 table($rows);
 
-// What would read an argument that isn't there, or fill memory: it is printed as it stands.
+// What could read an argument that isn't there, by this PHP or another, or fill memory: it is printed as it stands.
 $directives = [];
 foreach (['', '-', '+', '#', '0', ' ', '-5', '05', '.3', '5.3', '.*', '*', '*.*', '-*.*', '1000000000', '.1000000000', '9999999999999999999'] as $flag) {
     foreach (['', 'l', 'll', 'h', 'hh', 'z', 't', 'j', 'L'] as $size) {
-        foreach (str_split('ZudioxXsfFeEgGHkcnp') as $conversion) {
+        foreach (array_diff([...range('a', 'z'), ...range('A', 'Z')], str_split('hlLztj')) as $conversion) {
             $directives[] = "%$flag$size$conversion";
         }
     }
@@ -43,7 +43,7 @@ $every = implode(' ', $directives);
 $many = str_repeat('%s%n%Z%.tp%d%p%ld%*d%.*s', 20000);
 $long = str_repeat('long%% ', 200000);
 table([
-    $text('every directive that reads an argument', "$every{/optional}", "$closing$every{/optional}"),
+    $text('every directive that could read an argument', "$every{/optional}", "$closing$every{/optional}"),
     $text('touching one another', strtr($every, [' ' => '']) . '{/optional}', $closing . strtr($every, [' ' => '']) . '{/optional}'),
     $text('behind doubled signs', '%%' . strtr($every, [' ' => '%%']) . '{/optional}', "$closing%" . strtr($every, [' ' => '%']) . '{/optional}'),
     $text('thousands of directives', "$many{/optional}", "$closing$many{/optional}"),

@@ -1,54 +1,42 @@
 #include "data/php_interface.h"
 
-HashTable* PHPInterface::getHashTable(const zval* data) {
+#include "php/failure.h"
+#include "php/properties.h"
+
+const zval* PHPInterface::hashIndexFind(zend_ulong index, const zval* data) const {
+	if (!data) {
+		return nullptr;
+	}
 	switch (Z_TYPE_P(data)) {
-		case IS_ARRAY:
-			return Z_ARRVAL_P(data);
-		case IS_OBJECT:
-			return Z_OBJ_HT_P(data)->get_properties(Z_OBJ_P(data));
+		case IS_ARRAY: {
+			const zval* slot = zend_hash_index_find(Z_ARRVAL_P(data), index);
+			return slot ? slotValue(slot) : nullptr;
+		}
+		case IS_OBJECT: {
+			const zval* found = properties::find(Z_OBJ_P(data), index, &held);
+			throwIfPhpFailed();
+			return found;
+		}
 		default:
 			return nullptr;
 	}
 }
 
-const zval* PHPInterface::hashIndexFind(zend_ulong index, const zval* data) {
-	HashTable* table = data ? getHashTable(data) : nullptr;
-	const zval* slot = table ? zend_hash_index_find(table, index) : nullptr;
-	return slot ? slotValue(slot) : nullptr;
-}
-
-namespace {
-
-HashTable* copyProperties(const HashTable* table) {
-	HashTable* copy = zend_new_array(zend_hash_num_elements(table));
-	for (uint32_t slot = 0; slot < numberOfSlots(table); ++slot) {
-		TableElement element = elementAt(table, slot);
-		if (!element.phpValue) {
-			continue;
-		}
-		zval value;
-		ZVAL_COPY(&value, element.phpValue);
-		if (element.sKey) {
-			zend_hash_add_new(copy, const_cast<zend_string*>(element.sKey), &value);
-		} else {
-			zend_hash_index_add_new(copy, element.nIndex, &value);
-		}
-	}
-	return copy;
-}
-
-} // namespace
-
 HashTable* PHPInterface::acquireTable(const zval* data) {
-	bool isObject = Z_TYPE_P(data) == IS_OBJECT;
-	// The property table of some objects is made by code that may change what `data` points to.
-	HashTable* table = getHashTable(data);
-	if (!table) {
-		return nullptr;
+	switch (Z_TYPE_P(data)) {
+		case IS_ARRAY:
+			GC_TRY_ADDREF(Z_ARRVAL_P(data));
+			return Z_ARRVAL_P(data);
+		case IS_OBJECT:
+			return properties::copy(Z_OBJ_P(data));
+		default:
+			return nullptr;
 	}
-	if (isObject) {
-		return copyProperties(table);
-	}
-	GC_TRY_ADDREF(table);
-	return table;
+}
+
+void PHPInterface::release() {
+	zval released;
+	ZVAL_COPY_VALUE(&released, &held);
+	abandon();
+	zval_ptr_dtor(&released);
 }

@@ -8,7 +8,7 @@
 /// Read access to the caller's user data. Borrows it: the array lives as long as the call that was given it.
 class PHPInterface {
 public:
-	explicit PHPInterface(const zval* _userData) : userData(_userData) {}
+	explicit PHPInterface(const zval* _userData) : userData(_userData) { abandon(); }
 
 	/// Looks a string key up in the array `data`, or in the user data when `data` is null. Numeric texts stay strings.
 	/// Returns null when there is no such element or `data` is no array; objects are not looked into.
@@ -38,16 +38,19 @@ public:
 
 	/// Looks an integer key up in the array `data` or in the property table of the object `data`.
 	/// Returns null when there is no such element or `data` is null or of another type: unlike `hashFind`, it does not
-	/// fall back to the user data.
-	static const zval* hashIndexFind(zend_ulong index, const zval* data);
-
-	/// The table of an array, the property table of an object (null when it has none), null for any other value.
-	static HashTable* getHashTable(const zval* data);
+	/// fall back to the user data. What is found in an object is there until the next lookup in one; that lookup may run
+	/// user code, and throws when that threw.
+	const zval* hashIndexFind(zend_ulong index, const zval* data) const;
 
 	/// The table of `data` to walk while user code may run, or null when there is none to walk. The caller owns one
 	/// reference. An array is shared: who writes to it meanwhile gets a copy. An object's properties are copied, since
 	/// the object may change or rebuild its table in place.
 	static HashTable* acquireTable(const zval* data);
+
+	/// Gives back what a lookup in an object has left. May run user code.
+	void release();
+	/// Leaves that to PHP. For after a fatal error, when no user code may run any more.
+	void abandon() { ZVAL_UNDEF(&held); }
 
 private:
 	static bool isKey(const TableElement& element, const zend_string* key) {
@@ -56,4 +59,5 @@ private:
 	}
 
 	const zval* userData;
+	mutable zval held; ///< the value that was last found in an object that keeps its elements elsewhere
 };

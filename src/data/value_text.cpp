@@ -26,6 +26,11 @@ void appendValue(TextBuffer& sOutput, const zval* phpVariable) {
 }
 
 zend_string* convertToString(const zval* phpVariable) {
+	// PHP 8.5 and later warn of a float that is no number; PHP 8.2 prints it and says nothing.
+	ZVAL_DEREF(phpVariable);
+	if (Z_TYPE_P(phpVariable) == IS_DOUBLE) {
+		return zend_double_to_str(Z_DVAL_P(phpVariable));
+	}
 	// The conversion may run user code that takes the value out of the data; it is held meanwhile.
 	zval phpHeld;
 	ZVAL_COPY(&phpHeld, phpVariable);

@@ -2,17 +2,30 @@
 
 #include "php/headers.h"
 
-#ifdef ZEND_HAS_OOM
-// New in PHP 8.2.35. Weak, so that a module built there loads into an older PHP 8.2, too, which is told by their absence.
-#pragma weak zend_handle_delayed_oom
-#pragma weak _femalloc
-#pragma weak _ferealloc2
+// New in PHP 8.2.35 and in later releases of the other versions. Declared whatever PHP the module is built with, since it
+// may run on another release of that version, and weak, so that their absence tells of an older one.
+extern "C" {
+[[gnu::weak]] ZEND_API void ZEND_FASTCALL zend_handle_delayed_oom(void);
+[[gnu::weak]] ZEND_API void* ZEND_FASTCALL _femalloc(size_t size ZEND_FILE_LINE_DC ZEND_FILE_LINE_ORIG_DC);
+[[gnu::weak]] ZEND_API void* ZEND_FASTCALL _ferealloc2(void* ptr, size_t size,
+													   size_t copy_size ZEND_FILE_LINE_DC ZEND_FILE_LINE_ORIG_DC);
+}
 
 /// Whether this PHP reports a lack of memory only when the call has returned.
 inline bool delaysLackOfMemory() {
 	return &zend_handle_delayed_oom != nullptr;
 }
+
+/// Whether a PHP that does so has something to report.
+inline bool lacksMemory() {
+#ifdef ZEND_HAS_OOM
+	return ZEND_HAS_OOM();
+#else
+	// It was added behind all that there was.
+	const auto* pBehind = reinterpret_cast<const char*>(&EG(uninitialized_zval)) + sizeof(zend_executor_globals);
+	return *reinterpret_cast<const uint32_t*>(pBehind) != 0;
 #endif
+}
 
 /// Ends a call. Thrown by the engine, turned into a PHP warning by the binding.
 ///
@@ -34,11 +47,9 @@ private:
 
 /// Whether user code has thrown or memory_limit has been reached.
 inline bool hasPhpFailed() {
-#ifdef ZEND_HAS_OOM
-	if (delaysLackOfMemory() && ZEND_HAS_OOM()) {
+	if (delaysLackOfMemory() && lacksMemory()) {
 		return true;
 	}
-#endif
 	return UNEXPECTED(EG(exception) != nullptr);
 }
 

@@ -11,6 +11,7 @@ extern "C" {
 #include "zend_exceptions.h"
 #include "zend_fibers.h"
 
+#include "ext/spl/spl_fixedarray.h"
 #include "ext/standard/html.h"
 #include "ext/standard/php_string.h"
 #include "ext/standard/url.h"

@@ -11,14 +11,12 @@
 
 /// Returns `nSize` bytes, or ends the call.
 inline void* requestMemory(size_t nSize) {
-#ifdef ZEND_HAS_OOM
 	if (EXPECTED(delaysLackOfMemory())) {
-		if (void* pMemory = femalloc(nSize, true)) {
+		if (void* pMemory = _femalloc(nSize ZEND_FILE_LINE_CC ZEND_FILE_LINE_EMPTY_CC)) {
 			return pMemory;
 		}
 		throw TemplateError::reportedByPhp();
 	}
-#endif
 	return emalloc(nSize);
 }
 
@@ -44,16 +42,13 @@ inline zend_string* requestString(size_t nLength) {
 /// Moves a string of which `nUsed` bytes are written to where there is room for `nLength`, or ends the call.
 inline zend_string* resizeString(zend_string* sString, size_t nUsed, size_t nLength) {
 	size_t nSize = stringSize(nLength);
-	void* pMoved = nullptr;
-#ifdef ZEND_HAS_OOM
+	void* pMoved;
 	if (EXPECTED(delaysLackOfMemory())) {
-		pMoved = ferealloc2(sString, nSize, _ZSTR_STRUCT_SIZE(nUsed), true);
+		pMoved = _ferealloc2(sString, nSize, _ZSTR_STRUCT_SIZE(nUsed) ZEND_FILE_LINE_CC ZEND_FILE_LINE_EMPTY_CC);
 		if (!pMoved) {
 			throw TemplateError::reportedByPhp();
 		}
-	}
-#endif
-	if (!pMoved) {
+	} else {
 		pMoved = erealloc2(sString, nSize, _ZSTR_STRUCT_SIZE(nUsed));
 	}
 	sString = static_cast<zend_string*>(pMoved);

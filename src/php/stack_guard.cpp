@@ -18,17 +18,46 @@ constexpr uintptr_t SURE_ON_MAIN_STACK = 48 * 1024;
 // Beyond this the limit alone doesn't tell how far the main stack can grow: other mappings may stand in its way.
 constexpr uintptr_t FAR_ON_MAIN_STACK = 64 * 1024 * 1024;
 
-// How zend_fibers.c begins its private description of a fiber's stack (PHP 8.2).
+struct Stack {
+	uintptr_t nLowest;
+	size_t nSize;
+};
+
+#ifdef ZEND_CHECK_STACK_LIMIT
+/// The stack of the running fiber.
+Stack fiberStack() {
+	zend_fiber_stack* oStack = EG(active_fiber)->context.stack;
+	uintptr_t nBase = reinterpret_cast<uintptr_t>(zend_fiber_stack_base(oStack));
+	uintptr_t nLowest = reinterpret_cast<uintptr_t>(zend_fiber_stack_limit(oStack)) - EG(reserved_stack_size);
+	return {nLowest, nBase - nLowest};
+}
+/// The thread's own stack; its size is 0 when PHP doesn't know it, as without a limit.
+Stack threadStack() {
+	const zend_call_stack& oStack = EG(call_stack);
+	return {reinterpret_cast<uintptr_t>(oStack.base) - oStack.max_size, oStack.max_size};
+}
+#else
+// PHP 8.2 doesn't tell, and all between here and #endif goes with it: how zend_fibers.c begins its private description.
 struct FiberStack {
 	char* pLowest;
 	size_t nSize;
 };
 
+Stack fiberStack() {
+	const auto* oStack = reinterpret_cast<const FiberStack*>(EG(active_fiber)->context.stack);
+	return {reinterpret_cast<uintptr_t>(oStack->pLowest), oStack->nSize};
+}
+
+Stack threadStack() {
+	return {0, 0};
+}
+#endif
+
 } // namespace
 
 StackGuard::StackGuard() : nLimit(UINTPTR_MAX), bMeasured(false) {
 	uintptr_t nHere = here();
-	if (!useFiberStack(nHere)) {
+	if (!useFiberStack(nHere) && !useKnownStack(nHere)) {
 		// The kernel puts these bytes at the upper end of the main stack.
 		uintptr_t nTop = getauxval(AT_RANDOM);
 		if (nTop - nHere < SURE_ON_MAIN_STACK) {
@@ -47,12 +76,21 @@ bool StackGuard::useFiberStack(uintptr_t nHere) {
 	if (!EG(active_fiber)) {
 		return false;
 	}
-	const auto* oStack = reinterpret_cast<const FiberStack*>(EG(active_fiber)->context.stack);
-	uintptr_t nLowest = reinterpret_cast<uintptr_t>(oStack->pLowest);
+	Stack oStack = fiberStack();
 	// A layout other than the expected one shows here; the slow way is then right as well.
-	if (nHere - nLowest < oStack->nSize) {
-		setLimit(nLowest, oStack->nSize);
+	if (nHere - oStack.nLowest < oStack.nSize) {
+		setLimit(oStack.nLowest, oStack.nSize);
 	}
+	return true;
+}
+
+/// Returns false when PHP doesn't know the stack at `nHere`.
+bool StackGuard::useKnownStack(uintptr_t nHere) {
+	Stack oStack = threadStack();
+	if (nHere - oStack.nLowest >= oStack.nSize) {
+		return false;
+	}
+	setLimit(oStack.nLowest, oStack.nSize);
 	return true;
 }
 

@@ -17,6 +17,7 @@ private:
 	static uintptr_t here() { return reinterpret_cast<uintptr_t>(__builtin_frame_address(0)); }
 	bool roomBelow(uintptr_t nHere);
 	bool useFiberStack(uintptr_t nHere);
+	bool useKnownStack(uintptr_t nHere);
 	bool useMainStack(uintptr_t nHere);
 	void useThreadStack(uintptr_t nHere);
 	void setLimit(uintptr_t nLowest, uintptr_t nStackSize);

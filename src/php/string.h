@@ -36,6 +36,7 @@ inline zend_string* initKey(void* pMemory, std::string_view sText) {
 	zend_string* sKey = initString(pMemory, sText.size(), GC_STRING | (IS_STR_INTERNED << GC_FLAGS_SHIFT));
 	memcpy(ZSTR_VAL(sKey), sText.data(), sText.size());
 	ZSTR_VAL(sKey)[sText.size()] = '\0';
-	ZSTR_H(sKey) = zend_inline_hash_func(ZSTR_VAL(sKey), ZSTR_LEN(sKey));
+	// Not the inlined hash: that depends on whether the compiler's char has a sign, which it may have had in PHP's build.
+	ZSTR_H(sKey) = zend_hash_func(ZSTR_VAL(sKey), ZSTR_LEN(sKey));
 	return sKey;
 }

@@ -18,7 +18,11 @@ bool skipNumber(const char*& p) {
 	return nDigits <= LONGEST_WIDTH && !(nDigits == 0 && *p == '*');
 }
 
-/// Whether PHP's formatter can print the directive at `p` ("%...") without an argument. `pNext` receives what follows.
+bool isLetter(char ch) {
+	return (ch >= 'A' && ch <= 'Z') || (ch >= 'a' && ch <= 'z');
+}
+
+/// Whether any PHP's formatter can print the directive at `p` ("%...") without an argument. `pNext` receives what follows.
 bool needsNoArgument(const char* p, const char*& pNext) {
 	++p;
 	// The formatter looks for flags, width and precision only if no lower-case letter follows at once.
@@ -34,8 +38,8 @@ bool needsNoArgument(const char* p, const char*& pNext) {
 		++p;
 	}
 	pNext = *p ? p + 1 : p;
-	// These conversions read one. "%" prints itself, all other bytes print as they are.
-	return !*p || !strchr("ZudioxXsfFeEgkGHcnp", *p);
+	// Any letter may be a conversion that reads one, of this PHP or of a later. "%" prints itself, as all other bytes do.
+	return !isLetter(*p);
 }
 
 } // namespace

@@ -34,6 +34,11 @@ bool checkIfTrue(const zval* phpVariable) {
 			phpVariable = phpVisible;
 		}
 	}
+	// PHP 8.5 and later warn of a float that is no number; PHP 8.2 takes it for true and says nothing.
+	ZVAL_DEREF(phpVariable);
+	if (Z_TYPE_P(phpVariable) == IS_DOUBLE) {
+		return Z_DVAL_P(phpVariable) != 0;
+	}
 	bool bTrue = i_zend_is_true(const_cast<zval*>(phpVariable));
 	throwIfPhpFailed();
 	return bTrue;
