@@ -10,7 +10,7 @@ use TemplateTool\Syntax\Problem;
 final class BlankBeforeKeyword implements DocumentRule
 {
     private const TAG = '~\{[ \t\r\n]+(?:(?:include|!?optional|r?dynamic|addslashes|html(?:entities|specialchars)|rawurlencode)'
-        . '[ \t]+[^\s{}:;,()=<>"]+(?:,[^\s{}:;()=<>"]+|[ \t]+[^\s{}:;()=<>"]+)?|/(?:optional|r?dynamic))[ \t]*\}~';
+        . '[ \t]+(?:[^\s{}:;,()=<>"]|::)+(?:[,\t ](?:[^\s{}:;()=<>"]|::)+)?|/(?:optional|r?dynamic))[ \t]*\}~';
 
     public static function warnings(): array
     {

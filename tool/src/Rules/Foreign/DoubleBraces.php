@@ -13,7 +13,7 @@ final class DoubleBraces implements DocumentRule
     private const TAG = '~(?<![\w{})\]\\\\$#^_@/])(?:'
         . '\{\{\s*(?<path>\$?[a-z_]\w+(?:(?:\.|->)\w+|\[[^]{}]*\])*(?:\s*\|[\s\w|:(),\'"-]*)?)\s*\}\}'
         . '|\{\{\{\s*(?<raw>\$?[a-z_]\w+(?:\.\w+)*)\s*\}\}\}'
-        . '|\{\{\s*(?:[#^]\s*[a-z_][^{}]*|[/>]\s*[a-z_][^{}\n]*|else|--[^{}]*--|![^{}]*)\}\}'
+        . '|\{\{\s*(?:[#^]\s*[a-z_][^{}]*|(?!/(?:optional|r?dynamic))[/>]\s*[a-z_][^{}\n]*|else|--[^{}]*--|![^{}]*)\}\}'
         . ')(?!\})~i';
 
     public static function warnings(): array

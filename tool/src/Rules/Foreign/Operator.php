@@ -3,6 +3,7 @@
 namespace TemplateTool\Rules\Foreign;
 
 use TemplateTool\Rules\Habit;
+use TemplateTool\Rules\Tags\MisspeltKeyword;
 use TemplateTool\Rules\Warning;
 use TemplateTool\Syntax\Kind;
 use TemplateTool\Syntax\Problem;
@@ -35,7 +36,7 @@ final class Operator implements Habit
     {
         $words = $tag->kind === Kind::Plain || $tag->kind->isEscaping() ? Words::of($tag) : [];
         $hasMore = count($words) > 1 || $tag->fallback !== null || $tag->complaint !== null;
-        foreach ($words as $i => [$word, $offset]) {
+        foreach ($words && MisspeltKeyword::meant($words[0][0]) ? [] : $words as $i => [$word, $offset]) {
             // A star alone is the element of a loop.
             $isSum = ($word === '*' || $word === '%') && $i > 0 && is_numeric($words[$i + 1][0] ?? '');
             $isSign = preg_match(self::SIGNS, $word) && ($hasMore || preg_match('~\w~', $word)) && $word[0] !== '"'

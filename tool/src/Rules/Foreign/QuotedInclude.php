@@ -44,7 +44,7 @@ final class QuotedInclude implements Habit
             $edits = [new Edit($keyword, $tag->argumentOffset + strlen($argument) - $keyword, " $match[2]")];
             $message = "the name of a file is written as it is: \"{include $match[2]}\"";
         } elseif (preg_match(self::BARE, $argument, $match)) {
-            $message = 'the name of a file is written as it is: "{include ' . Words::translated($match[1]) . '}"';
+            $message = 'the name of a file is written as it is: "{include ' . ltrim($match[1], '$') . '}"';
         } elseif (preg_match(self::MORE, $argument, $match)) {
             $message = "an include takes a name and nothing else: \"{include $match[1]}\" sees all data of the page";
         } else {

@@ -9,8 +9,8 @@ use TemplateTool\Syntax\Tag;
 /** The argument of a tag as people from other languages read it: words between blanks. */
 final class Words
 {
-    // A declaration of CSS or a pair of JSON: braces that weren't meant as a tag, and print as they stand.
-    private const CODE = '~^"?[\w-]+"?\s*:(?!:)|;~';
+    // A declaration of CSS, a pair of JSON, elements: braces that weren't meant as a tag, and print as they stand.
+    private const CODE = '~^"?[\w-]+"?\s*:(?!:)|;|</~';
 
     /**
      * Without the text in quotes that ends a plain tag, and without the value that a section compares with.
