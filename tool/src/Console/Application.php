@@ -17,6 +17,7 @@ final class Application extends ConsoleApplication
         $this->add(new CheckCommand());
         $this->add(new TreeCommand());
         $this->add(new ExplainCommand());
+        $this->add(new LiteralCommand());
         $this->add(new CompletionCommand());
         $this->add(new LspCommand());
     }

@@ -88,7 +88,7 @@ final class Script implements Scanner
         return 'script:' . implode(',', $fields);
     }
 
-    private function place(): string
+    public function place(): string
     {
         return match ($this->mode) {
             self::CODE => "$this->where, outside of quotes",

@@ -2,6 +2,8 @@
 
 namespace TemplateTool\Rules\Tags;
 
+use TemplateTool\Page\Html;
+use TemplateTool\Page\State;
 use TemplateTool\Rules\DocumentRule;
 use TemplateTool\Rules\Warning;
 use TemplateTool\Syntax\Document;
@@ -17,7 +19,8 @@ final class BraceInTag implements DocumentRule
                 summary: 'a "{" inside a tag',
                 why: <<<'TEXT'
                     A "{" inside a tag swallows all that follows it, up to the end of the file. Most often the "}"
-                    of the tag is missing, or a brace of CSS or JavaScript is not written twice.
+                    of the tag is missing, or a brace of CSS or JavaScript is not written twice: "template literal"
+                    turns a style sheet or a script into a template that prints it.
                     TEXT,
                 bad: '<b>{name</b> <i>{city}</i>',
                 good: '<b>{name}</b> <i>{city}</i> <style>b{{color:red}} i { color: blue }</style>',
@@ -28,12 +31,30 @@ final class BraceInTag implements DocumentRule
     public function inDocument(Document $document): iterable
     {
         foreach ($document->tags as $i => $tag) {
-            if ($tag->swallows) {
-                $length = strlen($tag->source) - 1;
-                $message = 'this tag isn\'t closed before the next "{", which swallows the rest of the template';
-                $note = "the \"{\" is at {$document->place($document->offsets[$i] + $length)}";
-                yield new Problem('brace-in-tag', $message, $document->offsets[$i], $length, [$note]);
+            if (!$tag->swallows) {
+                continue;
             }
+            $start = $document->offsets[$i];
+            $length = strlen($tag->source) - 1;
+            if ($this->isCode($document, $start)) {
+                // A style sheet has as many of these as it has rules in rules, and they mean all the same.
+                $message = 'this brace stands inside of another one and swallows the rest of the template: "template'
+                    . ' literal" writes the braces of a style sheet or a script twice';
+                yield new Problem('brace-in-tag', $message, $start + $length, 1);
+                return;
+            }
+            $message = 'this tag isn\'t closed before the next "{", which swallows the rest of the template';
+            $note = "the \"{\" is at {$document->place($start + $length)}";
+            yield new Problem('brace-in-tag', $message, $start, $length, [$note]);
         }
+    }
+
+    /** Whether a script or a style sheet stands here. */
+    private function isCode(Document $document, int $offset): bool
+    {
+        $html = Html::ofFile($document->source->name);
+        $html->read(substr($document->source->text, 0, $offset));
+        [$state, $element] = $html->place();
+        return $state === State::Raw && ($element === 'script' || $element === 'style');
     }
 }
