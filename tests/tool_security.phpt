@@ -117,6 +117,9 @@ foreach ($actions as [$template, $kind, $wanted]) {
 }
 compare('no escaping is enough', array_filter(found('<script>{v}'), fn($each) => count($each->actions) !== 1), '');
 
+[, $output] = tool('check --project ' . escapeshellarg(toolRoot() . '/examples/shop/template.json'));
+preg_match('~^No findings in \d\d templates\.~', $output) || print("the shop: $output");
+
 // In time: nested loops that change the page in each round.
 $start = hrtime(true);
 found(str_repeat('{dynamic a}<p {optional *}title="{/optional}', 30) . '{v}' . str_repeat('{/dynamic}', 30));

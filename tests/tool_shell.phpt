@@ -12,13 +12,20 @@ intl
 require __DIR__ . '/tool.inc';
 
 $root = toolRoot();
-folder();
+put(['x.css' => 'p { color: red } {}', 'brace.html' => '<style>@media{p{color:red}}']);
 $has = static fn(string $part): Closure => static fn(string $got): bool => str_contains($got, $part);
 commands([
     ['--version', 0, 'template ' . phpversion('template') . "\n", ''],
     ['', 0, $has("  check       Finds what is wrong in templates\n"), ''],
     ['check --help', 0, $has('The exit status is 0 when nothing was found'), ''],
     ['render --string x --ansi', 0, 'x', ''],
+    ['literal', 0, "a {{b}}\0}}\xFF{{", '', "a {b}\0}\xFF{"],
+    ['literal x.css', 0, 'p { color: red } {}', ''],
+    ['literal - --check', 1, $has('standard input:2:3: a template reads this brace'), '', "p { }\nq {r: s}"],
+    ['literal --check x.css', 0, '', ''],
+    ['literal gone.css', 2, '', "template: gone.css: no such file\n"],
+    ['literal .', 2, '', "template: .: this is a folder\n"],
+    ['check brace.html -f json', 1, $has('"offset": 15,'), ''],
     ['explain quoted-key --ansi', 0, $has("\e[33;1mquoted-key"), ''],
     ['explain quoted-key', 0, static fn(string $got): bool => !str_contains($got, "\e"), ''],
 ]);
@@ -83,5 +90,5 @@ foreach (['' => 'the extension isn\'t loaded', 'template' => 'PHP\'s extension c
 echo "done\n";
 ?>
 --EXPECT--
-6 commands
+13 commands
 done

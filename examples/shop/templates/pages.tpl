@@ -1,1 +1,1 @@
-<nav class="pages" aria-label="Pages">{dynamic page,pages}<a href="{page::*}?page={page::[*]}"{optional page::[*] 1} aria-current="page"{/optional}>{page::[*]}</a>{/dynamic}<a href="/c/20?page=2" rel="next">Next →</a></nav>
+<nav class="pages" aria-label="Pages">{dynamic page,pages}<a href="{optional}vouched: a path of our own{/optional}{htmlspecialchars page::*}?page={rawurlencode page::[*]}"{optional page::[*] 1} aria-current="page"{/optional}>{htmlspecialchars page::[*]}</a>{/dynamic}<a href="/c/20?page=2" rel="next">Next →</a></nav>
