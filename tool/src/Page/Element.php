@@ -22,7 +22,7 @@ final class Element
         Address::SCRIPT => ['script src', 'script href', 'script xlink:href'],
         Address::RESOURCE => [
             'link href', 'iframe src', 'frame src', 'embed src', 'object data', 'base href', 'form action', 'input formaction',
-            'button formaction',
+            'button formaction', 'use href', 'use xlink:href',
         ],
         Address::LINK => [
             'a href', 'area href', 'a xlink:href', 'animate to', 'animate from', 'animate values', 'animate by', 'set to',
@@ -45,7 +45,7 @@ final class Element
         return match (true) {
             $tag === 'style' => new Style('a style sheet'),
             $tag !== 'script' => null,
-            preg_match('~^(?:|module|(?:text|application)/(?:x-)?(?:java|ecma)script\b.*)$~', $type) === 1 =>
+            preg_match('~^(?:|module|(?:text|application)/(?:x-)?(?:java|ecma|type)script\b.*|text/(?:babel|jsx))$~', $type) === 1 =>
                 new Script('a script'),
             preg_match('~json|map|rules~', $type) === 1 => new Script('a script with JSON'),
             default => null,

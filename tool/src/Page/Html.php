@@ -131,7 +131,7 @@ final class Html implements Scanner
     {
         $fields = [
             $this->state->value, $this->pending, $this->tag, $this->attribute, $this->raw, $this->escape,
-            (int) $this->isEndTag, (int) $this->isSelfClosing, json_encode($this->foreign), ...$this->deciding,
+            (int) $this->isEndTag, (int) $this->isSelfClosing, $this->foreign ? json_encode($this->foreign) : '', ...$this->deciding,
         ];
         return implode("\1", $fields) . "\2" . $this->inner?->key();
     }
@@ -184,7 +184,10 @@ final class Html implements Scanner
         if ($given === Escaping::None || $given === Escaping::Addslashes) {
             $advice = $inner->advice ?? '"htmlspecialchars" would escape it';
             $remedy = $inner ? $inner->remedy : Escaping::Html;
-            $place = $inner && $inner->place !== 'an address' ? $inner->place : $place;
+            if ($inner?->name === 'script-address' && !$remedy) {
+                $advice = "escape it with \"htmlspecialchars\", $advice";
+            }
+            $place = $inner->place ?? $place;
             return Risk::of($given, $place, 'a double quote still ends the attribute', $advice, $remedy);
         }
         if ($inner || $given === Escaping::Url) {
@@ -377,9 +380,11 @@ final class Html implements Scanner
     {
         $this->state = State::Text;
         $this->inner = null;
+        [$this->raw, $this->escape] = ['', 0];
         $this->isEndTag ? $this->leave() : $this->enter();
-        $this->attribute = '';
-        $this->deciding = [];
+        // What follows doesn't depend on the tag any more.
+        [$this->tag, $this->attribute, $this->deciding] = ['', '', []];
+        [$this->isEndTag, $this->isSelfClosing] = [false, false];
     }
 
     private function leave(): void
@@ -405,7 +410,6 @@ final class Html implements Scanner
             if (Element::isRaw($tag)) {
                 $this->state = State::Raw;
                 $this->raw = $tag;
-                $this->escape = 0;
                 $this->inner = Element::content($tag, $type);
             }
         } elseif (!$this->isSelfClosing) {

@@ -136,7 +136,7 @@ final class Flow
         $given = Given::of($node->tag->kind->value);
         $behind = $node->offset + strlen($node->tag->source);
         $following = substr($view->document->source->text, $behind, self::FOLLOWING);
-        foreach ($states->each() as [$html]) {
+        foreach ($states->pages() as $html) {
             $risk = $html->risk($given, $following);
             if ($risk) {
                 $isHarmless = Vouching::has($view, $number)
@@ -156,13 +156,13 @@ final class Flow
             return $states;
         }
         $after = new States();
-        foreach ($states->each() as $key => [$html, $conditions]) {
+        foreach ($states->byKey() as $key => [$html, $conditions]) {
             $key = "{$included->document->source->path}\0" . dirname($view->context->page) . "\0$key";
             if (!isset($this->ends[$key])) {
                 $this->ends[$key] = States::of($html);
                 $this->ends[$key] = $this->document($included, $this->ends[$key]);
             }
-            foreach ($this->ends[$key]->each() as [$end]) {
+            foreach ($this->ends[$key]->pages() as $end) {
                 $after = $after->with(States::of($end, $conditions));
             }
         }

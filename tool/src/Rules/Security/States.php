@@ -15,21 +15,37 @@ final class States
     private const MOST = 24;
     private const MOST_CONDITIONS = 24;
 
-    /** @var array<string, array{Html, array<string, bool>}> */
+    /** @var array<array{Html, array<string, bool>}> */
     private array $ways = [];
+
+    /** Whether they stand under their keys: a single way needs none, and keys take time. */
+    private bool $hasKeys = false;
 
     /** @param array<string, bool> $conditions */
     public static function of(Html $html, array $conditions = []): self
     {
         $states = new self();
-        $states->ways[$html->key()] = [$html, $conditions];
+        $states->ways[] = [$html, $conditions];
         return $states;
     }
 
-    /** @return \Generator<string, array{Html, array<string, bool>}> by key */
-    public function each(): \Generator
+    /** @return array<string, array{Html, array<string, bool>}> by key */
+    public function byKey(): array
     {
-        yield from $this->ways;
+        if (!$this->hasKeys) {
+            $ways = [];
+            foreach ($this->ways as $way) {
+                $ways[$way[0]->key()] = $way;
+            }
+            [$this->ways, $this->hasKeys] = [$ways, true];
+        }
+        return $this->ways;
+    }
+
+    /** @return list<Html> */
+    public function pages(): array
+    {
+        return array_column($this->ways, 0);
     }
 
     public function isEmpty(): bool
@@ -40,8 +56,13 @@ final class States
     /** With these as well. What only one of two equal ways takes for granted is no longer known. */
     public function with(self $others): self
     {
-        $union = clone $this;
-        foreach ($others->ways as $key => [$html, $conditions]) {
+        if (!$this->ways || !$others->ways) {
+            return $this->ways ? $this : $others;
+        }
+        $union = new self();
+        $union->ways = $this->byKey();
+        $union->hasKeys = true;
+        foreach ($others->byKey() as $key => [$html, $conditions]) {
             if (isset($union->ways[$key])) {
                 $union->ways[$key][1] = array_intersect_assoc($union->ways[$key][1], $conditions);
             } elseif (count($union->ways) < self::MOST) {
@@ -54,7 +75,8 @@ final class States
     public function without(self $others): self
     {
         $rest = new self();
-        $rest->ways = array_diff_key($this->ways, $others->ways);
+        $rest->ways = array_diff_key($this->byKey(), $others->byKey());
+        $rest->hasKeys = true;
         return $rest;
     }
 
@@ -62,6 +84,7 @@ final class States
     public function assuming(string $condition, bool $holds): self
     {
         $states = new self();
+        $states->hasKeys = $this->hasKeys;
         foreach ($this->ways as $key => [$html, $conditions]) {
             if (($conditions[$condition] ?? $holds) === $holds) {
                 $conditions = array_slice($conditions, -self::MOST_CONDITIONS) + [$condition => $holds];
@@ -75,6 +98,7 @@ final class States
     public function inNextRound(): self
     {
         $states = new self();
+        $states->hasKeys = $this->hasKeys;
         foreach ($this->ways as $key => [$html, $conditions]) {
             $isPath = static fn(string $condition): bool => !str_contains($condition, '*');
             $states->ways[$key] = [$html, array_filter($conditions, $isPath, ARRAY_FILTER_USE_KEY)];
