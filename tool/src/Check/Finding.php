@@ -54,6 +54,23 @@ final class Finding implements \JsonSerializable
         return new self($source, self::ERROR, self::UNREADABLE, "this can't be checked: $reason", 0, 0);
     }
 
+    /** The same one, with one more note. */
+    public function withNote(string $note): self
+    {
+        return new self(
+            $this->source,
+            $this->severity,
+            $this->name,
+            $this->message,
+            $this->offset,
+            $this->length,
+            [...$this->notes, $note],
+            $this->includedFrom,
+            $this->edits,
+            $this->actions
+        );
+    }
+
     public function isError(): bool
     {
         return $this->severity === self::ERROR;

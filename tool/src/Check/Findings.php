@@ -3,6 +3,7 @@
 namespace TemplateTool\Check;
 
 use TemplateTool\Files\Unreadable;
+use TemplateTool\Rules\Catalogue;
 use TemplateTool\Syntax\Context;
 use TemplateTool\Syntax\Document;
 use TemplateTool\Syntax\Problem;
@@ -49,10 +50,17 @@ final class Findings
         $this->take(Finding::unreadable($problem->path, $problem->reason));
     }
 
-    /** @param list<Finding> $findings of another check */
-    public function addAll(array $findings): void
+    /**
+     * $note: for those that are about the data.
+     *
+     * @param list<Finding> $findings of another check
+     */
+    public function addAll(array $findings, ?string $note = null): void
     {
-        array_map($this->take(...), $findings);
+        foreach ($findings as $finding) {
+            $isAboutData = $note !== null && (Catalogue::all()[$finding->name ?? ''] ?? null)?->data !== null;
+            $this->take($isAboutData ? $finding->withNote($note) : $finding);
+        }
     }
 
     /** @return list<Finding> by file and place */

@@ -16,6 +16,7 @@ final class Application extends ConsoleApplication
         $this->add(new RenderCommand());
         $this->add(new CheckCommand());
         $this->add(new TreeCommand());
+        $this->add(new NeedsCommand());
         $this->add(new ExplainCommand());
         $this->add(new LiteralCommand());
         $this->add(new CompletionCommand());

@@ -13,6 +13,7 @@ use Symfony\Component\Console\Output\ConsoleOutputInterface;
 use Symfony\Component\Console\Output\OutputInterface;
 use TemplateTool\Check\Checker;
 use TemplateTool\Check\Finding;
+use TemplateTool\Check\Findings;
 use TemplateTool\Check\Options;
 use TemplateTool\Files\Files;
 use TemplateTool\Fix\Change;
@@ -37,6 +38,7 @@ final class CheckCommand extends Command
             ->addArgument('path', InputArgument::IS_ARRAY, 'Files or folders, or "-" for the standard'
                 . ' input; without any, the project')
             ->addOption('data', 'd', InputOption::VALUE_REQUIRED, 'Sample data. ' . Data::JSON_HELP)
+            ->addOption('schema', null, InputOption::VALUE_REQUIRED, 'A JSON Schema of the data, in place of sample data')
             ->addOption('security', null, InputOption::VALUE_NONE, 'Looks also at escaping and at includes from the data')
             ->addOption('off', null, $several, 'A warning that isn\'t wanted, by its name')
             ->addOption('errors-only', 'e', InputOption::VALUE_NONE, 'Turns off all warnings')
@@ -67,6 +69,11 @@ final class CheckCommand extends Command
             With sample data, references that find nothing and loops over what is no array are reported too:
 
               <info>template check page.tpl --data sample.json</info>
+
+            A JSON Schema, as <info>template needs --schema</info> makes it, does as well: the templates may use what it
+            has, and what it doesn't require only where that may be missing:
+
+              <info>template check page.tpl --schema page.schema.json</info>
 
             A project file, <info>template.json</info>, says how the templates in and below its folder are checked. With
             it a command without paths checks the whole project:
@@ -123,16 +130,15 @@ final class CheckCommand extends Command
         }
         $text = stream_get_contents(STDIN);
         $problem = Files::textProblem($text);
-        $options = new Options(
-            IncludePath::of($input, []),
-            CheckRun::off($input, null),
-            $input->getOption('security'),
-            Data::read($input, $input->getOption('data'))
-        );
-        $findings = $problem === null
-            ? (new Checker($options))->checkText($text, 'standard input')
-            : [Finding::unreadable('standard input', $problem)];
-        return $this->report($input, $output, $findings, 1);
+        $findings = new Findings(new Options());
+        foreach (CheckRun::data($input) as [$data, $note]) {
+            $off = CheckRun::off($input, null);
+            $options = new Options(IncludePath::of($input, []), $off, $input->getOption('security'), $data);
+            $findings->addAll($problem === null
+                ? (new Checker($options))->checkText($text, 'standard input')
+                : [Finding::unreadable('standard input', $problem)], $note);
+        }
+        return $this->report($input, $output, $findings->sorted(), 1);
     }
 
     private function files(InputInterface $input, OutputInterface $output, CheckRun $run): int

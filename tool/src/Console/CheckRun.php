@@ -5,8 +5,12 @@ namespace TemplateTool\Console;
 use Symfony\Component\Console\Input\InputInterface;
 use TemplateTool\Check\Checker;
 use TemplateTool\Check\Finding;
+use TemplateTool\Check\Findings;
 use TemplateTool\Check\Options;
 use TemplateTool\Files\TemplateFiles;
+use TemplateTool\Json\JsonText;
+use TemplateTool\Json\Schema;
+use TemplateTool\Json\SchemaSample;
 use TemplateTool\Project\Baseline;
 use TemplateTool\Project\Project;
 use TemplateTool\Project\ProjectCheck;
@@ -63,15 +67,20 @@ final class CheckRun
                 ? $project->files()
                 : TemplateFiles::in($paths, $this->input->getOption('name') ?: $project->names ?? Project::NAMES);
             $this->files += count($files);
-            $options = $this->options($project, $paths);
-            $checker = $project ? new ProjectCheck($project, $options, getcwd()) : new Checker($options);
-            $found = $project
-                ? $checker->check($paths ? $files : [], fn() => $onFile($this->files))
-                : $checker->checkFiles($files, fn() => $onFile($this->files));
-            $this->sources += $checker->sources();
+            $findingsOfGroup = new Findings(new Options());
+            foreach (self::data($this->input) as [$data, $note]) {
+                $options = $this->options($project, $paths, $data);
+                $checker = $project ? new ProjectCheck($project, $options, getcwd()) : new Checker($options);
+                $found = $project
+                    ? $checker->check($paths ? $files : [], fn() => $onFile($this->files))
+                    : $checker->checkFiles($files, fn() => $onFile($this->files));
+                $findingsOfGroup->addAll($found, $note);
+                $this->sources += $checker->sources();
+                array_push($this->watched, ...$checker->looked());
+            }
             $folders = array_merge(array_map(dirname(...), $files), array_filter([...$paths, ...$project->pages ?? []], is_dir(...)));
-            array_push($this->watched, ...$files, ...$checker->looked(), ...array_unique($folders));
-            array_push($findings, ...$this->unknown($found, $project));
+            array_push($this->watched, ...$files, ...array_unique($folders));
+            array_push($findings, ...$this->unknown($findingsOfGroup->sorted(), $project));
         }
         return $findings;
     }
@@ -79,7 +88,7 @@ final class CheckRun
     /** @return list<string> the files and folders on which the outcome depends */
     public function watched(): array
     {
-        $data = array_filter([$this->input->getOption('data'), $this->input->getOption('data-php')], is_string(...));
+        $data = array_map($this->input->getOption(...), ['data', 'data-php', 'schema']);
         foreach ($this->groups as [$project]) {
             array_push($data, ...array_values($project->data ?? []), ...array_filter([$this->baselineFile($project)]));
         }
@@ -93,6 +102,34 @@ final class CheckRun
             throw new Failure('check: --project or --no-project, not both');
         }
         return $this->input->getOption('no-project') ? null : $file ?? Project::findFile($folder);
+    }
+
+    /**
+     * The data to check with, each with a note for what is found: as it is given, or two that fit a schema.
+     *
+     * @return list<array{?array, ?string}>
+     */
+    public static function data(InputInterface $input): array
+    {
+        $data = Data::read($input, $input->getOption('data'));
+        $file = $input->getOption('schema');
+        if ($file === null) {
+            return [[$data, null]];
+        }
+        $schema = JsonText::decode(Data::contents($file), $file);
+        if (!is_array($schema)) {
+            throw new Failure("$file: a JSON Schema is an object, not " . get_debug_type($schema));
+        }
+        $problem = $data === null ? null : (new Schema($schema))->problem($data);
+        if ($problem !== null) {
+            $place = implode('::', $problem[0]);
+            throw new Failure('the data doesn\'t fit ' . $file . ': ' . ($place === '' ? '' : "$place: ") . $problem[1]);
+        }
+        $sample = new SchemaSample($schema);
+        return [
+            [(array) $sample->full(), "checked with data that has all of $file"],
+            [(array) $sample->least(), "checked with data that has no more than $file requires"],
+        ];
     }
 
     /** @return list<string> the warnings that the command line turns off */
@@ -109,11 +146,10 @@ final class CheckRun
             : $input->getOption('off');
     }
 
-    private function options(?Project $project, array $paths): Options
+    private function options(?Project $project, array $paths, ?array $data): Options
     {
         $off = self::off($this->input, $project);
         $includePath = $project && !$this->input->getOption('include-path') ? [] : IncludePath::of($this->input, $paths);
-        $data = Data::read($this->input, $this->input->getOption('data'));
         return new Options($includePath, $off, $this->input->getOption('security'), $data);
     }
 

@@ -49,7 +49,8 @@ final class Data
         return array_filter([$json, $input->getOption('data-php')], fn($file): bool => $file !== null && $file !== '-');
     }
 
-    private static function contents(string $file): string
+    /** The text of a file, or of the standard input. */
+    public static function contents(string $file): string
     {
         if ($file !== '-') {
             self::mustExist($file);

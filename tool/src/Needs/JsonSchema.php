@@ -1,0 +1,133 @@
+<?php
+
+namespace TemplateTool\Needs;
+
+/** What a page needs as a JSON Schema: data that fits it makes the page without a missing value. */
+final class JsonSchema
+{
+    /** What a section takes for false. */
+    private const FALSE = [null, false, 0, '', '0', []];
+    private const SCALAR = ['string', 'number', 'boolean', 'null'];
+
+    public static function make(Need $top, string $page): array
+    {
+        return [
+            '$schema' => 'http://json-schema.org/draft-07/schema#',
+            'title' => "Data of $page",
+        ] + self::map($top);
+    }
+
+    private static function schema(Need $need): array
+    {
+        $schema = match (true) {
+            $need->element !== null => self::list($need),
+            $need->children !== [] => self::map($need),
+            $need->isString, $need->isFile => ['type' => 'string'],
+            $need->isText => ['type' => self::SCALAR],
+            $need->compared !== [] => ['type' => ['string', 'integer']],
+            default => [],
+        };
+        if (!$need->isBare && isset($schema['type']) && ($need->isFlag || $need->children || $need->element)) {
+            $other = $need->isFlag ? ['enum' => self::FALSE] : ['type' => self::SCALAR];
+            $schema = ['anyOf' => [$schema, $other]];
+        }
+        $note = self::note($need);
+        return ($note === '' ? [] : ['description' => $note]) + $schema;
+    }
+
+    private static function note(Need $need): string
+    {
+        $notes = [];
+        if ($need->isFlag) {
+            $notes[] = 'shows or hides something';
+        }
+        if ($need->isFile) {
+            $notes[] = 'the name of an included file';
+        }
+        if ($need->compared) {
+            $notes[] = 'compared with ' . implode(', ', array_map(
+                static fn($text): string => json_encode((string) $text, JSON_UNESCAPED_UNICODE | JSON_UNESCAPED_SLASHES
+                    | JSON_INVALID_UTF8_SUBSTITUTE),
+                array_keys($need->compared)
+            ));
+        }
+        return ucfirst(implode('; ', $notes));
+    }
+
+    private static function map(Need $need): array
+    {
+        $schema = ['type' => 'object', 'properties' => []];
+        foreach ($need->children as $key => $child) {
+            $schema['properties'][$key] = self::schema($child);
+            if ($child->isRequired) {
+                $schema['required'][] = (string) $key;
+            }
+        }
+        foreach ($need->rules as $rule) {
+            $schema['allOf'][] = self::rule($rule);
+        }
+        if (!$schema['properties']) {
+            unset($schema['properties']);
+        }
+        return $schema;
+    }
+
+    /** Loops walk lists and maps alike. */
+    private static function list(Need $need): array
+    {
+        $element = self::schema($need->element);
+        $schema = ['type' => ['array', 'object']];
+        if ($element) {
+            $schema += ['items' => $element, 'additionalProperties' => $element];
+        }
+        foreach ($need->children as $index => $child) {
+            if ($child->isRequired) {
+                $schema['minItems'] = max($schema['minItems'] ?? 0, $index + 1);
+                $schema['required'][] = (string) $index;
+            }
+        }
+        return $schema;
+    }
+
+    /** "Unless one of the conditions doesn't hold, one of the alternatives is there." */
+    private static function rule(Rule $rule): array
+    {
+        $choices = [];
+        foreach ($rule->guards as $guard) {
+            $holds = self::holds($guard->path, self::asked($guard->compared));
+            $choices[] = $guard->isNegated ? $holds : ['not' => $holds];
+        }
+        array_push($choices, ...array_map(self::isThere(...), $rule->alternatives));
+        return ['anyOf' => $choices];
+    }
+
+    private static function asked(?string $compared): array
+    {
+        if ($compared === null) {
+            return ['not' => ['enum' => self::FALSE]];
+        }
+        $number = preg_match('/^\s*[-+]?\d+/', $compared, $match) ? (int) $match[0] : 0;
+        return ['enum' => [$compared, $number]];
+    }
+
+    private static function holds(array $path, array $asked): array
+    {
+        foreach (array_reverse($path) as $step) {
+            $asked = ['type' => 'object', 'required' => [(string) $step], 'properties' => [$step => $asked]];
+        }
+        return $asked;
+    }
+
+    private static function isThere(array $path): array
+    {
+        $schema = [];
+        foreach (array_reverse($path) as $step) {
+            if ($step === Need::ELEMENT) {
+                $schema = $schema ? ['items' => $schema, 'additionalProperties' => $schema] : [];
+            } else {
+                $schema = ['required' => [(string) $step]] + ($schema ? ['properties' => [$step => $schema]] : []);
+            }
+        }
+        return $schema;
+    }
+}
