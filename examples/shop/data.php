@@ -46,6 +46,7 @@ $category = $rows('SELECT * FROM category WHERE id = 20')[0];
 
 return [
     'shop' => $shop,
+    'search' => ['phrase' => ''],
     'currency' => $currencies[$shop['currency']],
     'currencies' => $currencies,
     'navigation' => $rows('SELECT id, name, id = 2 AS current FROM category WHERE parent_id = 1 ORDER BY id'),

@@ -9,7 +9,7 @@ use TemplateTool\Rules\Catalogue;
 /** The man page, made from what the commands say about themselves. */
 final class ManPage
 {
-    private const COMMANDS = ['render', 'check', 'tree', 'explain', 'literal', 'lsp', 'completion'];
+    private const COMMANDS = ['render', 'check', 'tree', 'needs', 'explain', 'literal', 'lsp', 'completion'];
 
     public static function make(): string
     {

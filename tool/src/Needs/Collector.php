@@ -125,9 +125,8 @@ final class Collector
         $isData = $name !== $node->tag->argument || str_contains($name, '::') || !str_contains($name, '.');
         $reference = $node->tag->references[0];
         if (($path === null || $name !== $node->tag->argument) && $isData && $scope->path($reference) !== null) {
-            $need = $this->note($scope->path($reference), $place);
-            $need->isFile = true;
-            $need->isBare = true;
+            $this->note($scope->path($reference), $place)->isFile = true;
+            $this->demand([$scope->path($reference)], $scope, $place);
         }
         if ($path !== null && $depth < self::DEEPEST && is_file($path)) {
             try {

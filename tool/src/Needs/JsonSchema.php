@@ -22,7 +22,8 @@ final class JsonSchema
         $schema = match (true) {
             $need->element !== null => self::list($need),
             $need->children !== [] => self::map($need),
-            $need->isString, $need->isFile => ['type' => 'string'],
+            $need->isFile => ['type' => 'string', 'examples' => ['']],
+            $need->isString => ['type' => 'string'],
             $need->isText => ['type' => self::SCALAR],
             $need->compared !== [] => ['type' => ['string', 'integer']],
             default => [],
