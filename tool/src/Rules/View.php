@@ -82,6 +82,12 @@ final class View
         return $this->probe($node, array_column($references, 'text'))[1] > 0;
     }
 
+    /** Whether the sample data leads to the place of a tag. */
+    public function isReached(Node $node): bool
+    {
+        return $this->probe($node, [])[0] > 0;
+    }
+
     /** Whether a plain tag prints nothing but numbers, as far as the sample data goes. */
     public function printsNumbers(Node $node): bool
     {

@@ -36,8 +36,8 @@ final class MissingInclude implements ViewRule
                 continue;
             }
             $name = $tag->includedName($view->data);
-            // A path into the data: what it holds isn't known here.
-            $isUnknown = $view->data === null && str_contains($name, '::');
+            // A path into the data: what it holds isn't known here, or where the sample data doesn't lead.
+            $isUnknown = str_contains($name, '::') && ($view->data === null || !$view->isReached($node));
             $isFound = isset($view->context->names[$name]) || $view->find($name) !== null;
             if ($name !== '' && !$isUnknown && !$isFound && !Files::isStream($name)) {
                 $message = "there is no file \"$name\" in the include path, so nothing is included";
