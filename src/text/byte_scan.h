@@ -4,14 +4,11 @@
 #include "php/string.h"
 #include "text/copy_text.h"
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <string_view>
-
-#ifdef __SSE2__
-#include <emmintrin.h>
-#endif
 
 // Searches of texts for bytes that keep them from being copied as they are. They run on every value that is printed, and
 // values are short and nearly always clean: 16 bytes a step where the processor can.
@@ -45,54 +42,79 @@ inline bool same(const char* p, const char* q, size_t nLength) {
 /// So many bytes are looked at in one step.
 constexpr size_t BLOCK_SIZE = 16;
 
-#ifdef __SSE2__
-inline __m128i equals(__m128i v, char ch) {
-	return _mm_cmpeq_epi8(v, _mm_set1_epi8(ch));
-}
+/// Whether the processor has registers for them. (Where it hasn't, the compiler would take the steps apart, which is
+/// slower than to look at one byte after the other.)
+#if (defined(__SSE2__) || defined(__ARM_NEON) || defined(__VEC__) || defined(__wasm_simd128__)) && !defined(TEMPLATE_NO_VECTORS)
+constexpr bool VECTORS = true;
+#else
+constexpr bool VECTORS = false;
 #endif
 
-// Sets of bytes. Each tells of one byte whether it belongs to the set and, with the highest bits of the result, of 16.
+using Byte = signed char;
+using Bytes = Byte __attribute__((vector_size(BLOCK_SIZE)));
+
+// Sets of bytes. Each tells whether a byte belongs to it, and of the bytes of a vector by setting all bits of those that do.
 
 struct Nul {
-	static bool has(char ch) { return ch == '\0'; }
-#ifdef __SSE2__
-	static __m128i has(__m128i v) { return equals(v, '\0'); }
-#endif
+	template <typename T>
+	static auto has(T v) {
+		return v == Byte{0};
+	}
 };
 
 struct Brace {
-	static bool has(char ch) { return ch == '{' || ch == '}'; }
-#ifdef __SSE2__
-	static __m128i has(__m128i v) { return _mm_or_si128(equals(v, '{'), equals(v, '}')); }
-#endif
+	template <typename T>
+	static auto has(T v) {
+		return (v == Byte{'{'}) | (v == Byte{'}'});
+	}
 };
 
 /// What an HTML escaping changes in any character set, and the zero byte.
 struct HtmlSpecial {
-	static bool has(char ch) { return ch == '&' || ch == '<' || ch == '>' || ch == '"' || ch == '\0'; }
-#ifdef __SSE2__
-	static __m128i has(__m128i v) {
+	template <typename T>
+	static auto has(T v) {
 		// Two by two they differ in one bit.
 		static_assert(('"' | 4) == '&' && ('<' | 2) == '>');
-		return _mm_or_si128(_mm_or_si128(equals(_mm_or_si128(v, _mm_set1_epi8(4)), '&'),
-										 equals(_mm_or_si128(v, _mm_set1_epi8(2)), '>')),
-							equals(v, '\0'));
+		return ((v | Byte{4}) == Byte{'&'}) | ((v | Byte{2}) == Byte{'>'}) | (v == Byte{0});
 	}
-#endif
 };
 
 struct NonAscii {
-	static bool has(char ch) { return (ch & 0x80) != 0; }
-#ifdef __SSE2__
-	static __m128i has(__m128i v) { return v; }
-#endif
+	template <typename T>
+	static auto has(T v) {
+		return v < Byte{0};
+	}
 };
 
-#ifdef __SSE2__
+/// Whether one byte belongs to the set.
+template <typename Set>
+inline bool has(char ch) {
+	return Set::has(static_cast<Byte>(ch));
+}
+
 /// Of 16 bytes, a bit for each one that belongs to the set.
 template <typename Set>
 inline unsigned mark(const char* pBlock) {
-	return _mm_movemask_epi8(Set::has(_mm_loadu_si128(reinterpret_cast<const __m128i*>(pBlock))));
+	Bytes aBytes;
+	memcpy(&aBytes, pBlock, BLOCK_SIZE);
+	auto aFound = Set::has(aBytes);
+#ifdef __SSE2__
+	return __builtin_ia32_pmovmskb128(reinterpret_cast<char __attribute__((vector_size(BLOCK_SIZE)))>(aFound));
+#else
+	uint64_t aHalves[2];
+	memcpy(aHalves, &aFound, BLOCK_SIZE);
+	if ((aHalves[0] | aHalves[1]) == 0) {
+		return 0;
+	}
+	// The product's highest byte gathers a bit of each byte.
+	auto gather = [](uint64_t nHalf) {
+		if constexpr (std::endian::native == std::endian::big) {
+			nHalf = __builtin_bswap64(nHalf);
+		}
+		return static_cast<unsigned>((nHalf & 0x0101010101010101) * 0x0102040810204080 >> 56);
+	};
+	return gather(aHalves[0]) | gather(aHalves[1]) << 8;
+#endif
 }
 
 /// Of the last `nRest` bytes of a PHP string, fewer than 16, a bit for each one that belongs to the set. They are read
@@ -102,35 +124,31 @@ inline unsigned markLast(const char* pEnd, size_t nRest) {
 	static_assert(STRING_HEADER_SIZE >= BLOCK_SIZE, "the bytes before a short text are its header");
 	return nRest ? mark<Set>(pEnd - BLOCK_SIZE) >> (BLOCK_SIZE - nRest) : 0;
 }
-#endif
 
 /// Of 64 bytes, a bit for each one that belongs to the set.
 template <typename Set>
 inline uint64_t mark64(const char* pBlock) {
-#ifdef __SSE2__
-	auto nLow = mark<Set>(pBlock) | mark<Set>(pBlock + 16) << 16;
-	auto nHigh = mark<Set>(pBlock + 32) | mark<Set>(pBlock + 48) << 16;
-	return nLow | uint64_t{nHigh} << 32;
-#else
+	if constexpr (VECTORS) {
+		auto nLow = mark<Set>(pBlock) | mark<Set>(pBlock + 16) << 16;
+		auto nHigh = mark<Set>(pBlock + 32) | mark<Set>(pBlock + 48) << 16;
+		return nLow | uint64_t{nHigh} << 32;
+	}
 	uint64_t nMarks = 0;
 	for (int i = 0; i < 64; ++i) {
-		nMarks |= uint64_t{Set::has(pBlock[i])} << i;
+		nMarks |= uint64_t{has<Set>(pBlock[i])} << i;
 	}
 	return nMarks;
-#endif
 }
 
 /// The first byte of the set from `p` on, or `pEnd`.
 template <typename Set>
 inline const char* find(const char* p, const char* pEnd) {
-#ifdef __SSE2__
-	for (; pEnd - p >= static_cast<ptrdiff_t>(BLOCK_SIZE); p += BLOCK_SIZE) {
+	for (; VECTORS && pEnd - p >= static_cast<ptrdiff_t>(BLOCK_SIZE); p += BLOCK_SIZE) {
 		if (unsigned nMarks = mark<Set>(p)) {
 			return p + __builtin_ctz(nMarks);
 		}
 	}
-#endif
-	while (p < pEnd && !Set::has(*p)) {
+	while (p < pEnd && !has<Set>(*p)) {
 		++p;
 	}
 	return p;
@@ -140,8 +158,7 @@ inline const char* find(const char* p, const char* pEnd) {
 /// `p` is at such a byte. May write up to BLOCK_SIZE bytes behind the copy.
 template <typename Set>
 inline bool copyBlocksTill(char*& pTo, const char*& p, const char* pEnd) {
-#ifdef __SSE2__
-	for (; pEnd - p >= static_cast<ptrdiff_t>(BLOCK_SIZE); p += BLOCK_SIZE, pTo += BLOCK_SIZE) {
+	for (; VECTORS && pEnd - p >= static_cast<ptrdiff_t>(BLOCK_SIZE); p += BLOCK_SIZE, pTo += BLOCK_SIZE) {
 		memcpy(pTo, p, BLOCK_SIZE);
 		if (unsigned nMarks = mark<Set>(p)) {
 			int nClean = __builtin_ctz(nMarks);
@@ -150,7 +167,6 @@ inline bool copyBlocksTill(char*& pTo, const char*& p, const char* pEnd) {
 			return true;
 		}
 	}
-#endif
 	return false;
 }
 
@@ -161,7 +177,7 @@ inline bool copyTill(char*& pTo, const char*& p, const char* pEnd) {
 		return true;
 	}
 	for (; p < pEnd; *pTo++ = *p++) {
-		if (Set::has(*p)) {
+		if (has<Set>(*p)) {
 			return true;
 		}
 	}
@@ -171,7 +187,9 @@ inline bool copyTill(char*& pTo, const char*& p, const char* pEnd) {
 /// The same for a part of a PHP string. Faster, since bytes in front of it can be read together with its last.
 template <typename Set>
 inline bool copyTillInString(char*& pTo, const char*& p, const char* pEnd) {
-#ifdef __SSE2__
+	if constexpr (!VECTORS) {
+		return copyTill<Set>(pTo, p, pEnd);
+	}
 	if (copyBlocksTill<Set>(pTo, p, pEnd)) {
 		return true;
 	}
@@ -182,9 +200,6 @@ inline bool copyTillInString(char*& pTo, const char*& p, const char* pEnd) {
 	p += nClean;
 	pTo += nClean;
 	return nMarks != 0;
-#else
-	return copyTill<Set>(pTo, p, pEnd);
-#endif
 }
 
 /// Whether a PHP string contains a byte of the set.
@@ -192,16 +207,15 @@ template <typename Set>
 inline bool contains(const zend_string* sText) {
 	const char* p = ZSTR_VAL(sText);
 	const char* pEnd = p + ZSTR_LEN(sText);
-#ifdef __SSE2__
+	if constexpr (!VECTORS) {
+		return find<Set>(p, pEnd) != pEnd;
+	}
 	for (; pEnd - p >= static_cast<ptrdiff_t>(BLOCK_SIZE); p += BLOCK_SIZE) {
 		if (mark<Set>(p)) {
 			return true;
 		}
 	}
 	return markLast<Set>(pEnd, pEnd - p) != 0;
-#else
-	return find<Set>(p, pEnd) != pEnd;
-#endif
 }
 
 /// Whether the text is UTF-8 as Unicode defines it: no overlong forms, no surrogates, nothing above U+10FFFF.
