@@ -87,7 +87,8 @@ private:
 
 	// Variable and escaping tags.
 	void analyzeVariableBlock(BlockList& subBlockList, std::string_view sArgument);
-	void analyzeVariableTag(BlockList& subBlockList, std::string_view sArgument, const VariableTag& oTag);
+	void analyzeVariableTag(BlockList& subBlockList, std::string_view sArgument, const VariableTag& oTag,
+							ArgumentForm eForm);
 	VariableTag splitVariableTag(std::string_view sArgument) const;
 	MyList<Alternative> keepAlternatives(std::string_view sReferences);
 	Alternative* keepAlternative(std::string_view sReference);

@@ -27,7 +27,8 @@ std::string_view takeReference(std::string_view& sReferences) {
 } // namespace
 
 struct Template::VariableTag {
-	std::string_view sReferences;          ///< separated by white space
+	std::string_view sFirst;               ///< the first reference; empty when there is none
+	std::string_view sRest;                ///< the other ones, separated by white space
 	std::optional<std::string_view> sText; ///< the fallback text, if there is one
 };
 
@@ -90,7 +91,7 @@ DynamicReference Template::resolveNamespace(const Reference& oReference) const {
 
 /// Splits the argument of a variable tag, which has no white space around it.
 Template::VariableTag Template::splitVariableTag(std::string_view sArgument) const {
-	VariableTag oTag{sArgument, {}};
+	VariableTag oTag{{}, sArgument, {}};
 	bool bReference = false;
 	for (size_t iPos = 0; iPos < sArgument.size(); ++iPos) {
 		char ch = sArgument[iPos];
@@ -105,11 +106,12 @@ Template::VariableTag Template::splitVariableTag(std::string_view sArgument) con
 			if (iPos == iLast || sArgument[iLast] != '\'') {
 				fail({"Variable block bad parameter '", sArgument, "': could not find second ' as the last character"});
 			}
-			oTag.sReferences = sArgument.substr(0, iPos);
+			oTag.sRest = sArgument.substr(0, iPos);
 			oTag.sText = sArgument.substr(iPos + 1, iLast - iPos - 1);
 			break;
 		}
 	}
+	oTag.sFirst = takeReference(oTag.sRest);
 	return oTag;
 }
 
@@ -123,21 +125,26 @@ void Template::analyzeVariableBlock(BlockList& subBlockList, std::string_view sA
 			}
 			break;
 		case ArgumentForm::REFERENCE:
-			analyzeVariableTag(subBlockList, sArgument, {sArgument, {}});
+			analyzeVariableTag(subBlockList, sArgument, {sArgument, {}, {}}, ArgumentForm::REFERENCE);
 			break;
-		case ArgumentForm::OTHER:
-			analyzeVariableTag(subBlockList, sArgument, splitVariableTag(sArgument));
+		case ArgumentForm::OTHER: {
+			VariableTag oTag = splitVariableTag(sArgument);
+			analyzeVariableTag(subBlockList, sArgument, oTag, formOf(oTag.sFirst));
 			break;
+		}
 	}
 }
 
 /// Prints the first reference that finds something, or makes a block from the first on that only rendering can try.
-void Template::analyzeVariableTag(BlockList& subBlockList, std::string_view sArgument, const VariableTag& oTag) {
-	std::string_view sRest = oTag.sReferences;
-	for (std::string_view sReference = takeReference(sRest); !sReference.empty(); sReference = takeReference(sRest)) {
+/// `eForm` is that of the first reference.
+void Template::analyzeVariableTag(BlockList& subBlockList, std::string_view sArgument, const VariableTag& oTag,
+								  ArgumentForm eForm) {
+	std::string_view sRest = oTag.sRest;
+	for (std::string_view sReference = oTag.sFirst; !sReference.empty();
+		 sReference = takeReference(sRest), eForm = formOf(sReference)) {
 		checkTimeLimit();
 		const zval* phpVariable = nullptr;
-		Reference oReference = analyzeVariable(sReference, formOf(sReference), phpVariable);
+		Reference oReference = analyzeVariable(sReference, eForm, phpVariable);
 		switch (oReference.eType) {
 			case NONE:
 				continue;

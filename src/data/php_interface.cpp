@@ -22,6 +22,10 @@ const zval* PHPInterface::hashIndexFind(zend_ulong index, const zval* data) cons
 	}
 }
 
+const zval* PHPInterface::hashFindAnywhere(const Index& key, const HashTable* table) {
+	return findKey(table, key.sKey, key.oHint);
+}
+
 HashTable* PHPInterface::acquireTable(const zval* data) {
 	switch (Z_TYPE_P(data)) {
 		case IS_ARRAY:

@@ -21,13 +21,9 @@ public:
 		}
 		// A column of a table is found without a walk through the hash.
 		const HashTable* table = Z_ARRVAL_P(data);
-		if (mayHaveKey(table, key.oHint.nSlot)) {
-			TableElement element = elementAt(table, key.oHint.nSlot);
-			if (element.phpValue && (element.sKey == key.oHint.sKey || isKey(element, key.sKey))) {
-				return element.phpValue;
-			}
-		}
-		return findKey(table, key.sKey, key.oHint);
+		const zval* found =
+			findAtHint(table, key.oHint, [&](const zend_string* other) { return sameText(other, key.sKey); });
+		return found ? found : hashFindAnywhere(key, table);
 	}
 
 	/// Looks a path of one component up in the user data; like `hashFind` for a string key, and null for an integer key.
@@ -53,10 +49,11 @@ public:
 	void abandon() { ZVAL_UNDEF(&held); }
 
 private:
-	static bool isKey(const TableElement& element, const zend_string* key) {
-		return element.sKey && ZSTR_LEN(element.sKey) == ZSTR_LEN(key) &&
-			   byte_scan::same(ZSTR_VAL(element.sKey), ZSTR_VAL(key), ZSTR_LEN(key));
+	static bool sameText(const zend_string* one, const zend_string* other) {
+		return ZSTR_LEN(one) == ZSTR_LEN(other) && byte_scan::same(ZSTR_VAL(one), ZSTR_VAL(other), ZSTR_LEN(one));
 	}
+
+	[[gnu::noinline]] static const zval* hashFindAnywhere(const Index& key, const HashTable* table);
 
 	const zval* userData;
 	mutable zval held; ///< the value that was last found in an object that keeps its elements elsewhere

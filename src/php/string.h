@@ -2,7 +2,6 @@
 
 #include "php/headers.h"
 
-#include <cstring>
 #include <string_view>
 
 // How PHP lays strings out: a header, the bytes, and a zero byte.
@@ -30,13 +29,19 @@ inline zend_string* initString(void* pMemory, size_t nLength, uint32_t nTypeInfo
 	return sString;
 }
 
-/// Makes a string to look keys up with, its hash computed, in memory of `stringSize(sText.size())` bytes. Never hand it
-/// to PHP for keeping: it is marked as one that PHP neither counts nor frees.
-inline zend_string* initKey(void* pMemory, std::string_view sText) {
-	zend_string* sKey = initString(pMemory, sText.size(), GC_STRING | (IS_STR_INTERNED << GC_FLAGS_SHIFT));
-	memcpy(ZSTR_VAL(sKey), sText.data(), sText.size());
-	ZSTR_VAL(sKey)[sText.size()] = '\0';
+/// Makes a string to look keys up with. Never hand it to PHP for keeping: it is marked as one that PHP neither counts nor
+/// frees. `finishKey` has to follow when its bytes are written.
+inline zend_string* initKey(void* pMemory, size_t nLength) {
+	return initString(pMemory, nLength, GC_STRING | (IS_STR_INTERNED << GC_FLAGS_SHIFT));
+}
+
+inline void finishKey(zend_string* sKey) {
+	ZSTR_VAL(sKey)[ZSTR_LEN(sKey)] = '\0';
 	// Not the inlined hash: that depends on whether the compiler's char has a sign, which it may have had in PHP's build.
 	ZSTR_H(sKey) = zend_hash_func(ZSTR_VAL(sKey), ZSTR_LEN(sKey));
-	return sKey;
+}
+
+/// The hash of a text that is no string of PHP's.
+inline size_t hashOf(std::string_view sText) {
+	return zend_inline_hash_func(sText.data(), sText.size());
 }

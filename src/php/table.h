@@ -25,18 +25,20 @@ inline const zval* slotValue(const zval* phpSlot) {
 	return Z_TYPE_P(phpSlot) == IS_UNDEF ? nullptr : phpSlot;
 }
 
-/// Reads the slot of that number, which has to exist; the value is null when the slot holds none.
-inline TableElement elementAt(const HashTable* oTable, uint32_t nSlot) {
-	if (HT_IS_PACKED(oTable)) {
-		return {slotValue(oTable->arPacked + nSlot), nullptr, nSlot};
-	}
-	const Bucket& oBucket = oTable->arData[nSlot];
-	return {slotValue(&oBucket.val), oBucket.key, oBucket.h};
+/// Whether the slots' numbers are the keys.
+inline bool isPacked(const HashTable* oTable) {
+	return HT_IS_PACKED(oTable);
 }
 
-/// Whether there is a slot of that number and it can have a string key.
-inline bool mayHaveKey(const HashTable* oTable, uint32_t nSlot) {
-	return nSlot < oTable->nNumUsed && !HT_IS_PACKED(oTable);
+/// The value in a slot of a packed table; null when it holds none.
+inline const zval* packedValueAt(const HashTable* oTable, uint32_t nSlot) {
+	return slotValue(oTable->arPacked + nSlot);
+}
+
+/// What is in a slot of a table that is not packed; the value is null when it holds none.
+inline TableElement elementAt(const HashTable* oTable, uint32_t nSlot) {
+	const Bucket& oBucket = oTable->arData[nSlot];
+	return {slotValue(&oBucket.val), oBucket.key, oBucket.h};
 }
 
 /// Where a string key was found last. Rows of one origin keep their keys in the same places.
@@ -45,6 +47,18 @@ struct KeyHint {
 	/// PHP's copy of the key there if that copy is one that PHP never frees, else our own.
 	const zend_string* sKey;
 };
+
+/// The value in an array at which a hint points, if `isKey` finds that its key is the one; else null.
+template <typename IsKey>
+inline const zval* findAtHint(const HashTable* oTable, const KeyHint& oHint, IsKey isKey) {
+	if (oHint.nSlot < oTable->nNumUsed && !HT_IS_PACKED(oTable)) {
+		const Bucket& oBucket = oTable->arData[oHint.nSlot];
+		if (Z_TYPE(oBucket.val) != IS_UNDEF && (oBucket.key == oHint.sKey || (oBucket.key && isKey(oBucket.key)))) {
+			return &oBucket.val;
+		}
+	}
+	return nullptr;
+}
 
 /// Finds a string key, its hash computed, and notes where. Returns null when there is no such element.
 inline const zval* findKey(const HashTable* oTable, const zend_string* sKey, KeyHint& oHint) {

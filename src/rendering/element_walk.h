@@ -15,14 +15,21 @@ public:
 
 	/// Sets the block's key and value; false when no element is left.
 	bool next() {
+		LoopState& oLoop = oBlock.oLoop;
 		uint32_t nSlots = numberOfSlots(oTable);
 		while (nStep < nSlots) {
-			TableElement oElement = elementAt(oTable, bReverse ? nSlots - 1 - nStep : nStep);
+			uint32_t nSlot = bReverse ? nSlots - 1 - nStep : nStep;
 			++nStep;
-			if (EXPECTED(oElement.phpValue)) {
-				oBlock.oLoop.phpKey = {oElement.sKey, oElement.nIndex,
-									   oElement.sKey ? byte_scan::upToNul(oElement.sKey) : std::string_view()};
-				oBlock.oLoop.phpValue = oElement.phpValue;
+			if (isPacked(oTable)) {
+				oLoop.phpValue = packedValueAt(oTable, nSlot);
+				oLoop.phpKey.nIndex = nSlot;
+			} else {
+				TableElement oElement = elementAt(oTable, nSlot);
+				oLoop.phpValue = oElement.phpValue;
+				oLoop.phpKey = {oElement.sKey, oElement.nIndex,
+								oElement.sKey ? byte_scan::upToNul(oElement.sKey) : std::string_view()};
+			}
+			if (EXPECTED(oLoop.phpValue)) {
 				return true;
 			}
 		}

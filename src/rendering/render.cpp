@@ -92,14 +92,11 @@ void Template::_getResult(const BlockList& subBlockList, ElementWalk* oElements,
 
 /// Finds a value in the element that a dynamic block is rendering; null when there is none.
 inline const zval* Template::findDynamicValue(const DynamicReference& oReference) const {
-	switch (oReference.eTarget) {
-		case DynamicReference::COLUMN:
-			return PHPInterface::hashFindIn(*oReference.listIndexes, oReference.oDynamicBlock->oLoop.phpValue);
-		case DynamicReference::PATH:
-			return findVariable(oReference.listIndexes, oReference.oDynamicBlock->oLoop.phpValue);
-		case DynamicReference::NOTHING:
-		case DynamicReference::KEY:
-			break;
+	if (EXPECTED(oReference.eTarget == DynamicReference::COLUMN)) {
+		return PHPInterface::hashFindIn(*oReference.listIndexes, oReference.oDynamicBlock->oLoop.phpValue);
+	}
+	if (oReference.eTarget == DynamicReference::PATH) {
+		return findVariable(oReference.listIndexes, oReference.oDynamicBlock->oLoop.phpValue);
 	}
 	return nullptr;
 }
@@ -202,18 +199,12 @@ void Template::printAlternative(const MultiVariableBlock& oBlock, TextBuffer& sO
 /// Whether an optional section is shown. One that depends on a block that isn't there never is, not even when negated.
 inline bool Template::isShown(const OptionalBlock& oBlock) const {
 	const DynamicReference& oReference = oBlock.oReference;
-	bool bHolds = false;
-	switch (oReference.eTarget) {
-		case DynamicReference::NOTHING:
-			return false;
-		case DynamicReference::KEY:
-			bHolds = oBlock.oValue.equalsKey(oReference.oDynamicBlock->oLoop.phpKey);
-			break;
-		case DynamicReference::COLUMN:
-		case DynamicReference::PATH:
-			bHolds = checkIfOptionalIsVisible(findDynamicValue(oReference), oBlock.oValue);
-			break;
+	if (UNEXPECTED(oReference.eTarget == DynamicReference::NOTHING)) {
+		return false;
 	}
+	bool bHolds = oReference.eTarget == DynamicReference::KEY
+					  ? oBlock.oValue.equalsKey(oReference.oDynamicBlock->oLoop.phpKey)
+					  : checkIfOptionalIsVisible(findDynamicValue(oReference), oBlock.oValue);
 	return bHolds != (oBlock.getType() == Block::NOPTIONAL);
 }
 

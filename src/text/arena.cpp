@@ -52,5 +52,8 @@ std::string_view Arena::copy(std::string_view sText) {
 }
 
 zend_string* Arena::makeKey(std::string_view sText) {
-	return initKey(allocate(stringSize(sText.size())), sText);
+	zend_string* sKey = initKey(allocate(stringSize(sText.size())), sText.size());
+	copyText(ZSTR_VAL(sKey), sText.data(), sText.size());
+	finishKey(sKey);
+	return sKey;
 }

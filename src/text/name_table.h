@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <functional>
 #include <string_view>
 
 /// What a NameTable needs of its items.
@@ -17,7 +16,7 @@ struct NamedItem {
 	/// The name has to outlive the item.
 	void setName(std::string_view _sName) {
 		sName = _sName;
-		nHash = std::hash<std::string_view>{}(sName);
+		nHash = hashOf(sName);
 	}
 };
 
@@ -36,7 +35,7 @@ public:
 		if (!nItems) {
 			return nullptr;
 		}
-		size_t nHash = std::hash<std::string_view>{}(sName);
+		size_t nHash = hashOf(sName);
 		Item* oItem = aBuckets[nHash & nMask];
 		while (oItem && (oItem->nHash != nHash || oItem->sName != sName)) {
 			oItem = oItem->oNextInBucket;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "text/byte_scan.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -107,7 +109,8 @@ inline const Keyword* findKeyword(std::string_view sTag) {
 	}
 	for (size_t i = FIRST_KEYWORDS[static_cast<unsigned char>(sTag.front())];
 		 i < KEYWORDS.size() && KEYWORDS[i].sText.front() == sTag.front(); ++i) {
-		if (sTag.starts_with(KEYWORDS[i].sText)) {
+		std::string_view sText = KEYWORDS[i].sText;
+		if (sTag.size() >= sText.size() && byte_scan::same(sTag.data(), sText.data(), sText.size())) {
 			return &KEYWORDS[i];
 		}
 	}
