@@ -75,16 +75,15 @@ DynamicReference Template::resolveNamespace(const Reference& oReference) const {
 		oScope = call.oAnalysis.oScopes.find(oReference.sNamespace);
 		oScope = oScope ? oScope->oOutermostNamesake : nullptr;
 	}
-	const Index* oIndex = oReference.listIndexes.first();
-	DynamicReference::TARGET eTarget = DynamicReference::PATH;
 	if (!oScope) {
-		eTarget = DynamicReference::NOTHING;
-	} else if (oReference.eType == KEY) {
-		eTarget = DynamicReference::KEY;
-	} else if (oIndex && oIndex->sKey && !oIndex->oNext) {
-		eTarget = DynamicReference::COLUMN;
+		return {nullptr, nullptr, DynamicReference::NOTHING};
 	}
-	return {oScope ? oScope->oBlock : nullptr, oIndex, eTarget};
+	const Index* oIndex = oReference.listIndexes.first();
+	bool bColumn = oIndex && oIndex->sKey && !oIndex->oNext;
+	return {oScope->oBlock, oIndex,
+			oReference.eType == KEY ? DynamicReference::KEY
+			: bColumn               ? DynamicReference::COLUMN
+									: DynamicReference::PATH};
 }
 
 // --- Analysis of tags -----------------------------------------------------------------------------------------------
@@ -157,7 +156,10 @@ void Template::analyzeVariableTag(BlockList& subBlockList, std::string_view sArg
 		}
 		// What came before finds nothing at render time either: the path to a value can't change during a call.
 		DynamicReference oDynamic = resolveNamespace(oReference);
-		MyList<Alternative> listVariables = keepAlternatives(sRest);
+		MyList<Alternative> listVariables;
+		if (!sRest.empty()) {
+			listVariables = keepAlternatives(sRest);
+		}
 		std::optional<std::string_view> sText;
 		if (oTag.sText) {
 			sText = call.oArena.copy(*oTag.sText);
