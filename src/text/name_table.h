@@ -26,7 +26,7 @@ struct NamedItem {
 template <typename Item>
 class NameTable {
 public:
-	NameTable() = default;
+	NameTable() {}
 	NameTable(const NameTable&) = delete;
 	NameTable& operator=(const NameTable&) = delete;
 
@@ -45,7 +45,10 @@ public:
 
 	/// Puts in an item that has a name, of which there is none yet.
 	void insert(Item* oItem) {
-		if (nItems > 2 * nMask) {
+		if (!aBuckets) {
+			std::fill_n(aFirstBuckets, FEW, nullptr);
+			aBuckets = aFirstBuckets;
+		} else if (nItems > 2 * nMask) {
 			grow();
 		}
 		link(aBuckets, nMask, oItem);
@@ -64,9 +67,9 @@ public:
 
 	/// Frees the buckets. The table is of no use any more.
 	void release() {
-		if (aBuckets != aFirstBuckets) {
+		if (aBuckets && aBuckets != aFirstBuckets) {
 			releaseMemory(aBuckets);
-			aBuckets = aFirstBuckets;
+			aBuckets = nullptr;
 		}
 	}
 
@@ -95,8 +98,9 @@ private:
 		nMask = nMore - 1;
 	}
 
-	Item* aFirstBuckets[FEW] = {};
-	Item** aBuckets = aFirstBuckets;
+	// Most templates have no name at all: nothing is written here before the first one.
+	Item* aFirstBuckets[FEW];
+	Item** aBuckets = nullptr;
 	size_t nMask = FEW - 1;
 	size_t nItems = 0;
 };
