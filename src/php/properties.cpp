@@ -10,7 +10,7 @@ HashTable* tableOf(zend_object* object) {
 
 /// The elements of an SplFixedArray in a table of their own, which the caller owns, or null. Since PHP 8.3 they are no
 /// longer in the object's table.
-HashTable* makeElements(zend_object* object) {
+HashTable* makeElements([[maybe_unused]] zend_object* object) {
 #if PHP_VERSION_ID >= 80300
 	if (UNEXPECTED(instanceof_function(object->ce, spl_ce_SplFixedArray))) {
 		return object->handlers->get_properties_for(object, ZEND_PROP_PURPOSE_ARRAY_CAST);

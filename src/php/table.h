@@ -36,9 +36,14 @@ inline const zval* packedValueAt(const HashTable* oTable, uint32_t nSlot) {
 }
 
 /// What is in a slot of a table that is not packed; the value is null when it holds none.
-inline TableElement elementAt(const HashTable* oTable, uint32_t nSlot) {
+inline TableElement keyedElementAt(const HashTable* oTable, uint32_t nSlot) {
 	const Bucket& oBucket = oTable->arData[nSlot];
 	return {slotValue(&oBucket.val), oBucket.key, oBucket.h};
+}
+
+/// The same for any table.
+inline TableElement elementAt(const HashTable* oTable, uint32_t nSlot) {
+	return isPacked(oTable) ? TableElement{packedValueAt(oTable, nSlot), nullptr, nSlot} : keyedElementAt(oTable, nSlot);
 }
 
 /// Where a string key was found last. Rows of one origin keep their keys in the same places.

@@ -24,7 +24,7 @@ public:
 				oLoop.phpValue = packedValueAt(oTable, nSlot);
 				oLoop.phpKey.nIndex = nSlot;
 			} else {
-				TableElement oElement = elementAt(oTable, nSlot);
+				TableElement oElement = keyedElementAt(oTable, nSlot);
 				oLoop.phpValue = oElement.phpValue;
 				oLoop.phpKey = {oElement.sKey, oElement.nIndex,
 								oElement.sKey ? byte_scan::upToNul(oElement.sKey) : std::string_view()};
