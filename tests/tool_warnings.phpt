@@ -12,6 +12,9 @@ intl
 require __DIR__ . '/tool.inc';
 require toolRoot() . '/tool/autoload.php';
 
+use TemplateTool\Check\Checker;
+use TemplateTool\Check\Options;
+
 /** The names of the warnings in each file of a folder. */
 function warnings(string $folder, string $options): array
 {
@@ -81,7 +84,7 @@ foreach ($places as $i => [$template, $wanted]) {
 
 // [template, warnings] with this data.
 $data = ['s' => 'x', 'n' => 3, 'z' => '', 'l' => [['a' => '5', 'c' => ['y']], ['b' => 2, 'c' => []]], 'e' => [],
-    'w' => ['num' => ['p', 'q']], 'v' => ['num' => 1], 'part' => 'part.txt', 'k' => ['optionals' => 1]];
+    'w' => ['num' => ['p', 'q']], 'v' => ['num' => 1], 'part' => 'part.txt', 'k' => ['optionals' => 1], 'f' => 1.5];
 $withData = [
     ['{s}{z}{n}{q \'\'}{q s}{k::optionals}{htmlspecialchars z}{htmlspecialchars k::optionals}', 'unprinted-value'],
     ['{q}{q r}{htmlspecialchars q}{dynamic q}{*}{/dynamic}', 'missing-value missing-value missing-value missing-value'],
@@ -95,6 +98,14 @@ $withData = [
     ['{l}{htmlspecialchars l}{dynamic l}{*}{htmlspecialchars *::c}{/dynamic}',
         'array-as-text unprinted-value array-as-text array-as-text'],
     ['{include part}{include gone}', 'missing-include'],
+    ['{dynamic l}{a}{htmlspecialchars b}{optional a}{/optional}{s}{a \'x\'}{a s}{dynamic c}{/dynamic}{/dynamic}',
+        'missing-star missing-star missing-star missing-star missing-star'],
+    ['{dynamic r,l}{r::a}{dynamic r::*::c}{a}{r::*::a}{/dynamic}{/dynamic}{a \'\'}', 'missing-star missing-star'],
+    ['{optional f 1.5}{/optional}{optional k b}{/optional}{optional n 4}{/optional}{optional s x}{/optional}{optional f}{/optional}'
+        . '{dynamic l}{optional *::c y}{/optional}{optional [*] 0}{/optional}{/dynamic}', 'never-equal never-equal never-equal'],
+    ['{dynamic r,l}{optional r::*::b}{r::*::a}{dynamic r::*::c}{*}{z}{/dynamic}{/optional}{/dynamic}', 'missing-value'],
+    ['{rdynamic r,l}{optional [*] 1}{*::a}{*::b}{/optional}{!optional *::a 5}{*::a}{/optional}{optional *::a \'5\'}{*::a}{*::b}{/optional}{/rdynamic}',
+        'missing-value missing-value missing-value'],
     ['{dynamic x,l}{include part}{/dynamic}', ''],
 ];
 put(['part.txt' => '{s}{x::*::c \'\'}', 'data.json' => json_encode($data)]);
@@ -105,9 +116,51 @@ $got = warnings('data', '--data data.json --off unknown-loop');
 foreach ($withData as $i => [$template, $wanted]) {
     compare($template, implode(' ', $got["$i.tpl"] ?? []), $wanted);
 }
+// However deep loops lie inside each other, an element is looked at once.
+put(['deep.tpl' => str_repeat('{dynamic l}', 30) . '{*::q}' . str_repeat('{/dynamic}', 30),
+    'deep.json' => json_encode(['l' => array_fill(0, 300, ['a' => 1])])]);
+compare('products', json_decode(tool('check deep.tpl -d deep.json --format json')[1], true)[0]['name'] ?? '', 'missing-value');
+
+// On made-up templates: what is said to be missing is found nowhere by the engine.
+$names = ['a', 'b', 'l'];
+$pick = static fn(array $list): mixed => $list[mt_rand(0, count($list) - 1)];
+$value = static function (int $depth) use (&$value, $pick, $names): mixed {
+    if ($depth === 0 || mt_rand(0, 2) === 0) {
+        return $pick([0, 1, 'x', '', [], ['num' => [1]]]);
+    }
+    $array = [];
+    for ($i = mt_rand(1, 3); $i > 0; $i--) {
+        mt_rand(0, 1) ? $array[] = $value($depth - 1) : $array[$pick($names)] = $value($depth - 1);
+    }
+    return $array;
+};
+mt_srand(7);
+$missing = 0;
+for ($i = watcher() === 'valgrind' ? 100 : 3000; $i > 0; $i--) {
+    $data = ['a' => $value(3), 'l' => $value(3)];
+    $reference = static fn() => $pick(['', '*', 'x::*', 'y::*']) ?: $pick($names);
+    $path = static fn() => $reference() . $pick(['', '::' . $pick($names)]);
+    $open = $close = '';
+    for ($k = mt_rand(1, 4); $k > 0; $k--) {
+        $kind = $pick(['dynamic', 'dynamic', 'optional', '!optional']);
+        $name = $kind === 'dynamic' && $k > 2 ? ['', '', '', 'x,', 'y,'][$k] : '';
+        $open .= "{{$kind} $name" . $path() . ($kind !== 'dynamic' && mt_rand(0, 2) === 0 ? ' ' . $pick(['1', 'x']) : '') . '}';
+        $close = ($kind === 'dynamic' ? '{/dynamic}' : '{/optional}') . $close;
+    }
+    $tag = $path();
+    foreach ((new Checker(new Options(data: $data)))->checkText("$open{{$tag}}$close") as $finding) {
+        if (in_array($finding->name, ['missing-value', 'missing-star'], true) && $finding->offset === strlen($open) + 1) {
+            $missing++;
+            [$text] = outcome(fn() => template("$open{{$tag} '-'}$close", $data, true));
+            trim($text ?? '', '-') === '' || print(json_encode([$open . $tag, $data]) . " is found\n");
+        }
+    }
+}
+echo $missing > 60 ? "nothing found\n" : "only $missing missing\n";
 compare('the part', $got['part.txt'] ?? [], ['array-as-text']);
 put(['numbers/a.tpl' => '{n}{dynamic l}{*::a *::b}{/dynamic}', 'numbers/b.tpl' => '{s}{n}']);
 compare('numbers', warnings('numbers', '--security --data data.json'), ['b.tpl' => ['unescaped-value']]);
 ?>
 --EXPECT--
 examples checked
+nothing found

@@ -4,6 +4,7 @@ namespace TemplateTool\Check;
 
 use TemplateTool\Files\Files;
 use TemplateTool\Files\Unreadable;
+use TemplateTool\Rules\Data\Sample;
 use TemplateTool\Rules\RuleSet;
 use TemplateTool\Rules\View;
 use TemplateTool\Syntax\Context;
@@ -24,6 +25,7 @@ final class Walker
     private array $done = [];
 
     private RuleSet $rules;
+    private ?Sample $sample;
 
     /** @var array<string, true> the files that the check is about; what is wrong in them is no matter of includes */
     private array $targets = [];
@@ -34,6 +36,7 @@ final class Walker
         private Files $files,
         private Documents $store,
     ) {
+        $this->sample = $options->data === null ? null : new Sample($options->data, $store->engine);
         $this->rules = new RuleSet($options->off, $options->security, $options->data !== null);
     }
 
@@ -122,6 +125,7 @@ final class Walker
             $this->store->engine,
             $options->data,
             $options->vouched,
+            $this->sample,
             $this->files,
             $open,
             $this->rules->isForeign(...)

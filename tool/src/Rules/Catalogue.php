@@ -43,6 +43,8 @@ final class Catalogue
         Includes\StrayMark::class,
 
         Data\Values::class,
+        Data\MissingStar::class,
+        Data\NeverEqual::class,
 
         Security\Escaping::class,
         Security\IncludeFromData::class,

@@ -3,6 +3,8 @@
 namespace TemplateTool\Rules;
 
 use TemplateTool\Files\Files;
+use TemplateTool\Rules\Data\Reach;
+use TemplateTool\Rules\Data\Sample;
 use TemplateTool\Syntax\Context;
 use TemplateTool\Syntax\Document;
 use TemplateTool\Syntax\Engine;
@@ -12,10 +14,6 @@ use TemplateTool\Syntax\Reference;
 /** A document as it is reached by one chain of includes, and with what it is meant for. */
 final class View
 {
-    private const BEGIN = "\x02begin\x02";
-    private const NOTHING = "\x02nothing\x02";
-    private const END = "\x02end\x02";
-
     /**
      * $data: null when nothing is known of it. $vouched: as in Options. $open: the document of a path; null when it
      * can't be read.
@@ -32,6 +30,7 @@ final class View
         public readonly Engine $engine,
         public readonly ?array $data,
         public readonly array $vouched,
+        private ?Sample $sample,
         private Files $files,
         private \Closure $open,
         private \Closure $isForeign,
@@ -54,6 +53,7 @@ final class View
             $this->engine,
             $this->data,
             $this->vouched,
+            $this->sample,
             $this->files,
             $this->open,
             $this->isForeign
@@ -72,14 +72,26 @@ final class View
         return ($this->isForeign)($this->document, $node);
     }
 
+    /** What the sample data makes of the place where a tag stands; null when there is none. */
+    public function reach(Node $node): ?Reach
+    {
+        return $this->sample?->reach($this->context, $this->document, $node->parent);
+    }
+
     /**
-     * Whether the sample data has a value for one of these where a tag stands.
+     * Whether the sample data has a value for one of these where a tag stands, or that place is never reached.
      *
      * @param list<Reference> $references
      */
     public function hasOneOf(Node $node, array $references): bool
     {
-        return $this->probe($node, array_column($references, 'text'))[1] > 0;
+        $reach = $this->reach($node);
+        foreach ($reach->isReached() ? $references : [] as $reference) {
+            if ($reach->values($reference)[1]) {
+                return true;
+            }
+        }
+        return !$reach->isReached();
     }
 
     /** Whether the sample data leads to the place of a tag. */
@@ -91,30 +103,23 @@ final class View
     /** Whether a plain tag prints nothing but numbers, as far as the sample data goes. */
     public function printsNumbers(Node $node): bool
     {
-        if ($this->data === null) {
+        $reach = $this->reach($node);
+        if (!$reach?->isReached()) {
             return false;
         }
-        [, $found, , $texts] = $this->probe($node, array_column($node->tag->references, 'text'));
-        return $found > 0 && array_filter($texts, static fn(string $text): bool => !is_numeric($text)) === [];
-    }
-
-    /**
-     * Renders a plain tag with these references where a tag stands.
-     *
-     * @param list<string> $references
-     * @return array{int, int, int, list<string>} how often the place is reached, how often a value is found there, how
-     *     often that is an array, and the values as text
-     */
-    public function probe(Node $node, array $references): array
-    {
-        $blocks = $this->context->blocks($this->document, $node);
-        // With a vertical tab in front, no keyword is seen in the first reference.
-        $tag = "{\v" . implode(' ', $references) . " '" . self::NOTHING . "'}";
-        $question = $blocks[0] . self::BEGIN . $tag . self::END . $blocks[1];
-        [$text, $messages] = $this->engine->render($question, $this->data);
-        preg_match_all('~' . self::BEGIN . '(.*?)' . self::END . '~s', $text ?? '', $matches);
-        $texts = array_values(array_diff($matches[1], [self::NOTHING]));
-        $arrays = count(array_keys($messages, 'Array to string conversion'));
-        return [count($matches[1]), count($texts), $arrays, $texts];
+        $isFound = false;
+        foreach ($node->tag->references as $reference) {
+            [$missing, $values] = $reach->values($reference);
+            foreach ($values as $value) {
+                if (!is_numeric($value)) {
+                    return false;
+                }
+                $isFound = true;
+            }
+            if ($missing === 0) {
+                break;
+            }
+        }
+        return $isFound;
     }
 }

@@ -8,7 +8,8 @@ final class Context
     /**
      * $page: the path of the template that the way begins with; empty when it is no file.
      * $names: of the files on the way, this one's included. $loops: the names of the loops around the include tags.
-     * $open, $ends: the tags of all blocks around them, for questions to the engine.
+     * $blocks: what stands for all blocks around them, where these make a difference.
+     * $outer, $document, $include: the include tag that leads here, and how its document is reached; null in a page.
      *
      * @param array<string, true> $names
      * @param array<string, true> $loops
@@ -18,11 +19,10 @@ final class Context
         public readonly array $names,
         public readonly array $loops = [],
         public readonly bool $inLoop = false,
-        public readonly string $open = '',
-        public readonly string $ends = '',
-        private ?self $outer = null,
-        private ?Source $source = null,
-        private int $offset = 0,
+        private string $blocks = '',
+        public readonly ?self $outer = null,
+        public readonly ?Document $document = null,
+        public readonly ?Node $include = null,
     ) {
     }
 
@@ -39,11 +39,13 @@ final class Context
         foreach ($document->loopsAround($include) as $loop) {
             $loops[$loop->tag->name] = true;
         }
-        [$open, $ends] = $withBlocks ? $this->blocks($document, $include) : ['', ''];
+        $blocks = $this->blocks;
+        foreach ($withBlocks ? $document->around($include) : [] as $block) {
+            $blocks = md5($blocks . $block->tag->source);
+        }
         $inLoop = $this->inLoop || $include->loop >= 0;
         $names = $this->names + [$name => true];
-        $source = $document->source;
-        return new self($this->page, $names, $loops, $inLoop, $open, $ends, $this, $source, $include->offset);
+        return new self($this->page, $names, $loops, $inLoop, $blocks, $this, $document, $include);
     }
 
     /** Two contexts with the same key make the same difference to a document. */
@@ -51,7 +53,7 @@ final class Context
     {
         $loops = array_keys($this->loops);
         sort($loops);
-        return implode("\0", [dirname($this->page), (int) $this->inLoop, $this->open, ...$loops]);
+        return implode("\0", [dirname($this->page), (int) $this->inLoop, $this->blocks, ...$loops]);
     }
 
     public function isIncluded(): bool
@@ -67,25 +69,14 @@ final class Context
         return isset($node->loops[$name]) || isset($this->loops[$name]);
     }
 
-    /** @return array{string, string} the opening tags of all blocks around a node, and their closing tags */
-    public function blocks(Document $document, Node $node): array
-    {
-        $open = '';
-        $ends = '';
-        foreach ($document->around($node) as $block) {
-            $open = $block->tag->source . $open;
-            $ends .= '{' . $block->tag->kind->end()->value . '}';
-        }
-        return [$this->open . $open, $ends . $this->ends];
-    }
-
     /** @return list<array{file: string, line: int, column: int}> the include tags on the way, innermost first */
     public function includedFrom(): array
     {
         $places = [];
         for ($context = $this; $context->outer; $context = $context->outer) {
-            [$line, $column] = $context->source->position($context->offset);
-            $places[] = ['file' => $context->source->name, 'line' => $line, 'column' => $column];
+            $source = $context->document->source;
+            [$line, $column] = $source->position($context->include->offset);
+            $places[] = ['file' => $source->name, 'line' => $line, 'column' => $column];
         }
         return $places;
     }

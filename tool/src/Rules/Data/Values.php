@@ -79,19 +79,23 @@ final class Values implements ViewRule
         $tag = $node->tag;
         // Sections ask whether a value exists; a fallback text says what to do when it doesn't.
         $isValue = ($tag->kind === Kind::Plain && $tag->references) || $tag->kind->isEscaping();
-        if ((!$isValue && !$tag->kind->isLoop()) || $tag->swallows || $this->hasBlank($tag)) {
+        $reach = $isValue || $tag->kind->isLoop() ? $view->reach($node) : null;
+        if (!$reach?->isReached() || $this->hasBlank($tag) || MissingStar::meant($view, $node) !== null) {
             return [];
         }
-        [$runs, $found, $arrays] = $view->probe($node, array_column($tag->references, 'text'));
-        if ($runs === 0) {
-            return [];
+        $values = [];
+        foreach ($tag->references as $reference) {
+            [$missing, $found] = $reach->values($reference);
+            array_push($values, ...$found);
+            if ($missing === 0) {
+                break;
+            }
         }
-        $rule = match (true) {
-            $tag->kind->isLoop() => 'loop',
-            $tag->kind === Kind::Plain => 'plain',
-            default => 'escaped',
+        $problem = match (true) {
+            $tag->kind->isLoop() => $this->loop($values),
+            $tag->kind === Kind::Plain => $this->plain($tag, $values),
+            default => $this->escaped($tag, $values),
         };
-        $problem = $this->$rule($view, $node, $found, $arrays);
         $start = $tag->references[0]->offset;
         $last = end($tag->references);
         $length = $last->offset + strlen($last->text) - $start;
@@ -99,43 +103,45 @@ final class Values implements ViewRule
     }
 
     /** @return ?array{string, string} name and message */
-    private function plain(View $view, Node $node, int $found, int $arrays): ?array
+    private function plain(Tag $tag, array $values): ?array
     {
-        if ($found === 0 && $node->tag->fallback === null) {
-            $what = count($node->tag->references) > 1 ? 'none of these finds anything' : 'this finds nothing';
+        if (!$values && $tag->fallback === null) {
+            $what = count($tag->references) > 1 ? 'none of these finds anything' : 'this finds nothing';
             return ['missing-value', "$what in the data, so the tag is printed as it stands"];
         }
-        return $arrays > 0 ? ['array-as-text', 'this is an array, and prints the word "Array"'] : null;
+        return $this->text($values);
     }
 
-    private function escaped(View $view, Node $node, int $found, int $arrays): ?array
+    private function escaped(Tag $tag, array $values): ?array
     {
-        if ($found === 0) {
+        if (!$values) {
             return ['missing-value', 'this finds nothing in the data, so nothing is printed'];
         }
-        $tag = $node->tag;
-        $value = $tag->references[0]->isPath() ? $tag->references[0]->find($view->data) : null;
-        if ($value && !is_string($value[0])) {
-            $type = get_debug_type($value[0]);
+        if ($tag->references[0]->isPath() && !is_string($values[0])) {
+            $type = get_debug_type($values[0]);
             $keyword = $tag->kind->value;
             $message = "nothing is printed: this is of type $type, and \"$keyword\" prints only strings here";
             return ['unprinted-value', $message];
         }
-        return $arrays > 0 ? ['array-as-text', 'this is an array, and prints the word "Array"'] : null;
+        return $this->text($values);
     }
 
-    private function loop(View $view, Node $node, int $found, int $arrays): ?array
+    private function text(array $values): ?array
     {
-        if ($found === 0) {
-            return ['missing-value', 'this finds nothing in the data, so the loop prints nothing'];
-        }
-        if ($arrays === 0) {
-            return ['loop-over-no-array', 'this is no array, so the loop prints nothing'];
-        }
-        [, $found, $arrays] = $view->probe($node, [$node->tag->references[0]->text . '::num']);
-        return $found > 0 && $arrays === 0
-            ? ['loop-over-no-array', 'the element "num" of this array is no array, so the loop prints nothing']
-            : null;
+        $arrays = array_filter($values, is_array(...));
+        return $arrays ? ['array-as-text', 'this is an array, and prints the word "Array"'] : null;
+    }
+
+    private function loop(array $values): ?array
+    {
+        $arrays = array_filter($values, is_array(...));
+        return match (true) {
+            !$values => ['missing-value', 'this finds nothing in the data, so the loop prints nothing'],
+            !$arrays => ['loop-over-no-array', 'this is no array, so the loop prints nothing'],
+            !array_filter($arrays, static fn(array $rows): bool => is_array($rows['num'] ?? $rows))
+                => ['loop-over-no-array', 'the element "num" of this array is no array, so the loop prints nothing'],
+            default => null,
+        };
     }
 
     private function hasBlank(Tag $tag): bool
