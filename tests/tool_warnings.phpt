@@ -130,7 +130,7 @@ $value = static function (int $depth) use (&$value, $pick, $names): mixed {
     }
     $array = [];
     for ($i = mt_rand(1, 3); $i > 0; $i--) {
-        mt_rand(0, 1) ? $array[] = $value($depth - 1) : $array[$pick($names)] = $value($depth - 1);
+        mt_rand(0, 1) ? $array[] = $value($depth - 1) : $array[$pick([...$names, 'num'])] = $value($depth - 1);
     }
     return $array;
 };
