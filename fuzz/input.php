@@ -1,4 +1,5 @@
 <?php
+
 // What a fuzzer's input means, and what has to hold for it. fuzz.cpp runs this for each input that libFuzzer makes up;
 // the test suite runs it for the inputs of corpus/.
 //
@@ -19,6 +20,7 @@
 //   R+bytes a read   ! reads of included files fail at their end   O L Y when an included file is opened, read, closed
 
 /** The last three end the request: for the fuzzer only, which starts another. */
+
 const DEEDS = ['nothing', 'throw', 'replace', 'unset', 'again', 'suspend', 'close', 'collect', 'warn', 'deeper',
     'exit', 'fatal', 'memory'];
 
@@ -132,14 +134,22 @@ class Input
     public array $files = [];
     public int $read_size = 8192;
     public bool $read_fails = false;
-    public string $on_open = '', $on_read = '', $on_close = '';
+    public string $on_open = '';
+    public string $on_read = '';
+    public string $on_close = '';
     public string $on_error = '';
     /** Whether no user code runs but the reading of files. */
     public bool $tame = true;
-    private bool $fiber = false, $abandon = false, $replacing = false;
+    private bool $fiber = false;
+    private bool $abandon = false;
+    private bool $replacing = false;
     private string $shape;
-    private int $position, $values, $nesting, $depth;
-    private array $references, $objects;
+    private int $position;
+    private int $values;
+    private int $nesting;
+    private int $depth;
+    private array $references;
+    private array $objects;
     /** One for all, since its number is its text. */
     private static mixed $stream = null;
     private array $data;
@@ -366,8 +376,11 @@ class Input
             case 'deeper':
                 if ($this->depth < 8) {
                     $this->depth++;
-                    template('{dynamic l}{*}{optional *}{include in://c}{/optional}{/dynamic}',
-                        ['l' => [1, [], $this->depth]], true);
+                    template(
+                        '{dynamic l}{*}{optional *}{include in://c}{/optional}{/dynamic}',
+                        ['l' => [1, [], $this->depth]],
+                        true
+                    );
                     $this->depth--;
                 }
                 break;
@@ -463,10 +476,10 @@ class Input
         return match ($kind) {
             '0', '1', '2', '3', '4', '5', '6', '7', '8', '9' => (int) $kind,
             'I' => PHP_INT_MIN,
-            'J' => -1,
+            'J' => - 1,
             'K' => 1234567,
             'f' => 1.5,
-            'g' => -0.0,
+            'g' => - 0.0,
             'h' => 1e100,
             'j' => NAN,
             'k' => 1 / 3,

@@ -12,9 +12,11 @@ function countInstructions(): array
     array_map('unlink', glob("$folder/*"));
     // Names in full, so that callgrind_annotate can read each file by itself.
     // The C library chooses its functions by the processor; without these it takes the same everywhere.
-    output(['valgrind', '-q', '--tool=callgrind', '--compress-strings=no', "--callgrind-out-file=$folder/out",
+    output(
+        ['valgrind', '-q', '--tool=callgrind', '--compress-strings=no', "--callgrind-out-file=$folder/out",
         ...phpCommand([MODULE, YARDSTICK]), dirname(__DIR__) . '/instructions.php', BUILD],
-        ['GLIBC_TUNABLES' => 'glibc.cpu.hwcaps=-AVX512F,-AVX2,-AVX,-AVX_Fast_Unaligned_Load,-ERMS']);
+        ['GLIBC_TUNABLES' => 'glibc.cpu.hwcaps=-AVX512F,-AVX2,-AVX,-AVX_Fast_Unaligned_Load,-ERMS']
+    );
     $counts = $single = [];
     $files = glob("$folder/out.*");
     sort($files, SORT_NATURAL);

@@ -8,8 +8,17 @@ function phpCommand(array $modules, bool $opcache = true): array
     $command = [PHP_BINARY, '-n', '-d', 'memory_limit=-1', '-d', 'zend.assertions=-1', '-d', 'display_errors=stderr',
         '-d', 'error_reporting=' . (E_ALL & ~E_DEPRECATED), '-d', 'date.timezone=UTC'];
     if ($opcache) {
-        array_push($command, '-d', 'zend_extension=opcache', '-d', 'opcache.enable_cli=1',
-            '-d', 'opcache.validate_timestamps=0', '-d', 'opcache.file_update_protection=0');
+        array_push(
+            $command,
+            '-d',
+            'zend_extension=opcache',
+            '-d',
+            'opcache.enable_cli=1',
+            '-d',
+            'opcache.validate_timestamps=0',
+            '-d',
+            'opcache.file_update_protection=0'
+        );
     }
     foreach ([...array_diff(['ctype', 'mbstring', 'tokenizer'], $builtIn), ...$modules] as $module) {
         array_push($command, '-d', "extension=$module");

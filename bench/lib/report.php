@@ -55,7 +55,9 @@ function report_times(array $results): string
 function report_web(array $results): string
 {
     $row = fn (string $title, array $times) => [$title, ...array_map(
-        fn ($engine) => isset($times[$engine]) ? figure($times[$engine] / 1000) : '', [...ENGINES, 'fixed', 'nothing'])];
+        fn ($engine) => isset($times[$engine]) ? figure($times[$engine] / 1000) : '',
+        [...ENGINES, 'fixed', 'nothing']
+    )];
     return "## Whole requests and fresh processes\n\nMicroseconds, medians, for the shop page. \"Fixed text\": the finished page is read from a file and "
         . "printed. \"Nothing\": a script that prints an empty text.\n\n"
         . table(['', ...array_map(fn ($engine) => TITLES[$engine], ENGINES), 'fixed text', 'nothing'], [

@@ -1,6 +1,7 @@
 <?php
 
 /** What the engine is measured against: page, yardstick, limit and the two figures of the results to divide. */
+
 const TARGETS = [
     ['shop', 'plain PHP', 0.50, 'times.shop.template', 'times.shop.php'],
     ['shop', 'Twig', 0.16, 'times.shop.template', 'times.shop.twig'],

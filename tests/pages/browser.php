@@ -1,4 +1,5 @@
 <?php
+
 // php browser.php DOCS SEED FOLDER [CHROMIUM]
 // Holds the checker against a browser: the examples of docs/security.md break out where the checker warns and nowhere
 // else; made-up HTML is cut as the browser cuts it; where the checker is quiet about a value in made-up HTML, no attack

@@ -1,4 +1,5 @@
 <?php
+
 // php files.php FOLDER SEED, in the folder that holds node_modules and with tokens.json in FOLDER
 // Scripts that people use are cut as a parser of JavaScript cuts them, and these files and random bytes come through
 // "template literal" unharmed. The last line is the count.

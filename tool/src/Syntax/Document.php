@@ -46,7 +46,7 @@ final class Document
         $this->code = new CodeRanges($source->text);
         $deepest = null;
         $text = $source->text;
-        for ($offset = 0; preg_match(self::TAG, $text, $match, PREG_OFFSET_CAPTURE, $offset); ) {
+        for ($offset = 0; preg_match(self::TAG, $text, $match, PREG_OFFSET_CAPTURE, $offset);) {
             [$written, $start] = $match[0];
             $offset = $start + strlen($written);
             if ($offset < strlen($text) && $text[$offset - 1] !== '}') {
