@@ -1,6 +1,6 @@
 # Bare Debian systems in folders, for what has to be seen on a machine without anything. To be sourced behind lib.sh.
 # shellcheck shell=bash
-: "${builds:?}"
+: "${builds:?}" "${root:?}"
 
 # need_chroot sees to it that chroots can be made here.
 need_chroot() {
@@ -63,4 +63,14 @@ in_chroot() {
         mount -t tmpfs tmpfs run
         exec env -i PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LANG=C.UTF-8 \
             DEBIAN_FRONTEND=noninteractive "$@"' "$folder" "${settings[@]}" chroot . "$@"
+}
+
+# clean_copy FOLDER makes a clone of the repository there, with the tracked files as they lie in the folders now.
+clean_copy() {
+    local tree=$1 file
+    git clone -q "$root" "$tree"
+    (cd "$root" && git ls-files -z --deduplicate | while IFS= read -rd '' file; do
+        if [[ -e $file || -L $file ]]; then printf '%s\0' "$file"; else rm "$tree/$file"; fi
+    done | tar --null --no-recursion --files-from=- -c) | tar -C "$tree" -x --no-same-owner
+    git -C "$tree" add -A
 }
