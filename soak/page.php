@@ -27,6 +27,16 @@ function during(Closure $deed): void
     echo strlen(template("$long{dynamic rows}{*}{htmlentities *}{/dynamic}", ['rows' => [1, new Value($deed), 2]], true)), ' bytes';
 }
 
+function fail(): never
+{
+    throw new LogicException('thrown');
+}
+
+function leave(): never
+{
+    exit('left');
+}
+
 $rows = [];
 for ($i = 1; $i <= 20; $i++) {
     $rows[] = ['name' => "Lamp <$i>"] + ($i % 2 ? ['price' => $i * 1.5] : []);
@@ -51,19 +61,19 @@ switch ($_GET['kind'] ?? '') {
         break;
     case 'caught':
         try {
-            during(fn() => throw new LogicException('thrown'));
+            during(fail(...));
         } catch (LogicException $e) {
             echo 'Caught: ', $e->getMessage();
         }
         break;
     case 'uncaught':
-        during(fn() => throw new LogicException('thrown'));
+        during(fail(...));
         break;
     case 'fatal':
         during(fn() => trigger_error('fatal', E_USER_ERROR));
         break;
     case 'exit':
-        during(fn() => exit('left'));
+        during(leave(...));
         break;
     case 'fiber':
         // Never resumed: PHP ends the call when the request is over.
