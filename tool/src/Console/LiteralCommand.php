@@ -46,7 +46,8 @@ final class LiteralCommand extends Command
         }
         $place = implode(':', (new Source($file, $text))->position($offset));
         $name = $file === '-' ? 'standard input' : $file;
-        $output->write("$name:$place: a template reads this brace; \"template literal\" writes it twice\n", false, OutputInterface::OUTPUT_RAW);
+        $message = "$name:$place: a template reads this brace; \"template literal\" writes it twice\n";
+        $output->write($message, false, OutputInterface::OUTPUT_RAW);
         return Start::FINDINGS;
     }
 

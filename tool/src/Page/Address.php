@@ -95,7 +95,9 @@ final class Address implements Scanner
                 default => 'the value may begin with "javascript:"',
             },
             self::HOST => $isActive ? 'the value decides which server is asked' : null,
-            self::SLASH => $isActive && $given !== Escaping::Url ? 'with one more slash the value names a server' : null,
+            self::SLASH => $isActive && $given !== Escaping::Url
+                ? 'with one more slash the value names a server'
+                : null,
             self::PATH => $this->use === self::SCRIPT && $given !== Escaping::Url
                 ? 'with "../" the value reaches any file of that server'
                 : null,
@@ -104,8 +106,9 @@ final class Address implements Scanner
         if ($why === null) {
             return null;
         }
+        $checked = 'let PHP see to it that it begins with "https://" or "/", and vouch for it';
         [$advice, $remedy] = match ($this->part) {
-            self::START, self::DELAY => ['let PHP see to it that it begins with "https://" or "/", and vouch for it', null],
+            self::START, self::DELAY => [$checked, null],
             self::DATA, self::HOST => ['take it from a list of your own, and vouch for it', null],
             default => ['"rawurlencode" keeps it to one part of the path', Escaping::Url],
         };

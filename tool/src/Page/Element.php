@@ -15,17 +15,21 @@ final class Element
     ];
 
     // HTML elements that end SVG or MathML wherever they stand.
-    private const BREAKS_OUT = ' b big blockquote body br center code dd div dl dt em embed h1 h2 h3 h4 h5 h6 head hr i img'
-        . ' li listing menu meta nobr ol p pre ruby s small span strong strike sub sup table tt u ul var ';
+    private const BREAKS_OUT = ' b big blockquote body br center code dd div dl dt em embed h1 h2 h3 h4 h5 h6 head hr i'
+        . ' img li listing menu meta nobr ol p pre ruby s small span strong strike sub sup table tt u ul var ';
+
+    private const SCRIPT_TYPES =
+        '~^(?:|module|(?:text|application)/(?:x-)?(?:java|ecma|type)script\b.*|text/(?:babel|jsx))$~';
 
     private const ADDRESSES = [
         Address::SCRIPT => ['script src', 'script href', 'script xlink:href'],
         Address::RESOURCE => [
-            'link href', 'iframe src', 'frame src', 'embed src', 'object data', 'base href', 'form action', 'input formaction',
-            'button formaction', 'use href', 'use xlink:href',
+            'link href', 'iframe src', 'frame src', 'embed src', 'object data', 'base href', 'form action',
+            'input formaction', 'button formaction', 'use href', 'use xlink:href',
         ],
         Address::LINK => [
-            'a href', 'area href', 'a xlink:href', 'animate to', 'animate from', 'animate values', 'animate by', 'set to',
+            'a href', 'area href', 'a xlink:href', 'animate to', 'animate from', 'animate values',
+            'animate by', 'set to',
         ],
     ];
 
@@ -45,8 +49,7 @@ final class Element
         return match (true) {
             $tag === 'style' => new Style('a style sheet'),
             $tag !== 'script' => null,
-            preg_match('~^(?:|module|(?:text|application)/(?:x-)?(?:java|ecma|type)script\b.*|text/(?:babel|jsx))$~', $type) === 1 =>
-                new Script('a script'),
+            preg_match(self::SCRIPT_TYPES, $type) === 1 => new Script('a script'),
             preg_match('~json|map|rules~', $type) === 1 => new Script('a script with JSON'),
             default => null,
         };

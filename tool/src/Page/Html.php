@@ -131,7 +131,8 @@ final class Html implements Scanner
     {
         $fields = [
             $this->state->value, $this->pending, $this->tag, $this->attribute, $this->raw, $this->escape,
-            (int) $this->isEndTag, (int) $this->isSelfClosing, $this->foreign ? json_encode($this->foreign) : '', ...$this->deciding,
+            (int) $this->isEndTag, (int) $this->isSelfClosing, $this->foreign ? json_encode($this->foreign) : '',
+            ...$this->deciding,
         ];
         return implode("\1", $fields) . "\2" . $this->inner?->key();
     }
@@ -166,8 +167,8 @@ final class Html implements Scanner
             return $this->inner->risk($given);
         }
         if ($this->isNested && $given !== Escaping::Url) {
-            $advice = 'give the document an address of its own, or vouch for it';
-            return Risk::of($given, $place, 'the browser takes the entities back before it reads the document', $advice);
+            $why = 'the browser takes the entities back before it reads the document';
+            return Risk::of($given, $place, $why, 'give the document an address of its own, or vouch for it');
         }
         if ($given === Escaping::Html || $given === Escaping::Url) {
             $closes = $state === State::Comment && preg_match('~^(?:-?!?>)~', $following);

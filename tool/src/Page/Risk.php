@@ -23,8 +23,13 @@ final class Risk
     }
 
     /** The usual name: plain tags have theirs, an escaping that doesn't fit another one. */
-    public static function of(Escaping $given, string $place, string $why, string $advice, ?Escaping $remedy = null): self
-    {
+    public static function of(
+        Escaping $given,
+        string $place,
+        string $why,
+        string $advice,
+        ?Escaping $remedy = null,
+    ): self {
         return new self($given === Escaping::None ? self::UNESCAPED : self::WRONG, $place, $why, $advice, $remedy);
     }
 

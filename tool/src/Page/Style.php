@@ -12,6 +12,9 @@ final class Style implements Scanner
     private const TOKENS = '~\G(?:/\*(*MARK:comment)|"(*MARK:")|\'(*MARK:\')|url\(\s*+(?=[^"\'\s])(*MARK:url)'
         . '|:(*MARK:colon)|[;{}](*MARK:end)|(?:[^/"\':;{}\\\\u]|\\\\.|u(?!rl\()|url\((?=\s*["\'])|/(?!\*))++)~si';
 
+    // What may become an address, a comment or an escape.
+    private const UNCLEAR = '~(?:/|\\\\|(?<![a-z])u(?:r(?:l(?:\(\s*)?)?)?)\z~i';
+
     private const INSIDE = [
         '"' => '~\G(?:[^"\\\\\n]|\\\\.)++~s',
         "'" => "~\\G(?:[^'\\\\\n]|\\\\.)++~s",
@@ -36,8 +39,7 @@ final class Style implements Scanner
     {
         $text = $this->pending . $text;
         $this->pending = '';
-        // What may become "url(...", a comment or an escape.
-        if ($this->mode === self::CODE && preg_match('~(?:/|\\\\|(?<![a-z])u(?:r(?:l(?:\(\s*)?)?)?)\z~i', $text, $match)) {
+        if ($this->mode === self::CODE && preg_match(self::UNCLEAR, $text, $match)) {
             $this->pending = $match[0];
             $text = substr($text, 0, -strlen($match[0]));
         }
