@@ -1,6 +1,7 @@
 #include "call.h"
 #include "php/failure.h"
 #include "php/headers.h"
+#include "php/plain_file.h"
 #include "php/stream.h"
 #include "php/warning.h"
 #include "template.h"
@@ -96,6 +97,7 @@ ZEND_FUNCTION(template) {
 
 static zend_result zm_startup_template(int, int module_number) {
 	OwnedStream::startUp(module_number);
+	OwnedFile::startUp(module_number);
 	return SUCCESS;
 }
 

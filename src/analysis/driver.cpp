@@ -42,7 +42,7 @@ void Template::_analyzeTemplate(BlockList& subBlockList, Block::BLOCK_TYPE eClos
 	checkStack();
 	while (input.good()) {
 		checkTimeLimit();
-		if (input.fillBufferTillMark(call.sTexts, '{') && analyzeTag(subBlockList, eClosingTag)) {
+		if (input.readLiteral(call.sTexts) && analyzeTag(subBlockList, eClosingTag)) {
 			return;
 		}
 	}
