@@ -144,7 +144,7 @@ foreach ([toolRoot() . '/README.md', ...glob(toolRoot() . '/docs/*.md')] as $pag
     }
 }
 echo $examples > 200 ? "manual checked\n" : "only $examples examples\n";
-$folders = ['examples/shop/templates', 'bench/pages/*', 'playground/welcome', 'playground/welcome/*'];
+$folders = ['examples/shop/templates', 'bench/pages/*', 'site/welcome', 'site/welcome/*'];
 $templates = array_merge(...array_map(fn($folder) => glob(toolRoot() . "/$folder/*.tpl"), $folders));
 foreach (array_filter((new Checker())->checkFiles($templates), $own) as $finding) {
     echo "{$finding->source->name}:$finding->line $finding->name $finding->message\n";

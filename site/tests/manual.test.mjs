@@ -1,0 +1,139 @@
+// The manual: its examples, its search, and that everybody can read it.
+
+import assert from "node:assert/strict";
+import { createRequire } from "node:module";
+import { readdir, readFile } from "node:fs/promises";
+import { test } from "node:test";
+import esbuild from "esbuild";
+import {
+  button, context, foreign, FOLDER, open, openPlayground, page, picture, rendered, type, waitForText, WIDE,
+} from "./browser.mjs";
+
+const axe = createRequire(import.meta.url).resolve("axe-core/axe.min.js");
+const pages = (await readdir(FOLDER)).filter((name) => name.endsWith(".html"));
+
+test("every example gives in the browser what the manual shows", async () => {
+  const { outputFiles: [{ text }] } = await esbuild.build({
+    stdin: { contents: 'export { Engine } from "../../wasm/web/engine"', resolveDir: import.meta.dirname ?? new URL(".", import.meta.url).pathname },
+    bundle: true, write: false, format: "iife", globalName: "engineModule",
+  });
+  // The test's own script is no part of the page.
+  await open("index.html", { bypassCSP: true });
+  await page.addScriptTag({ content: text });
+  const faults = [];
+  let count = 0;
+  for (const name of pages.filter((each) => each !== "playground.html")) {
+    const html = await readFile(`${FOLDER}/${name}`, "utf8");
+    const examples = JSON.parse(/id="examples">(.*?)<\/script>/s.exec(html)?.[1] ?? "[]");
+    const live = examples.filter(({ state }) => state);
+    count += live.length;
+    const results = await page.evaluate((all) => {
+      window.engine ??= window.engineModule.Engine.inFolder("engine/");
+      return Promise.all(all.map(({ state }) => window.engine.run(state)));
+    }, live);
+    for (const [at, { text: wanted, warnings, kind, state }] of live.entries()) {
+      const { page: got, messages } = results[at];
+      const cut = (each) => kind === "row" ? each?.replace(/\n$/, "") ?? null : each;
+      if (cut(got) !== cut(wanted) || JSON.stringify(messages) !== JSON.stringify(warnings)) {
+        faults.push({ name, template: state.files["page.tpl"], wanted, got, warnings, messages });
+      }
+    }
+  }
+  assert.deepEqual(faults, []);
+  assert.ok(count > 200, `${count} examples`);
+});
+
+test("an example is edited in its place: result, errors, data, files, reset, and on to the playground", async () => {
+  await open("guide.html");
+  const example = page.locator("figure.example", { hasText: "{include parts/film.tpl}" }).first();
+  await example.getByRole("button", { name: "Edit" }).click();
+  const live = page.locator(".live");
+  const result = live.locator(".outcome .cm-content");
+  await waitForText(result, "<li>Night Train (12+)</li>");
+  assert.ok(await example.isHidden());
+  await picture("guide-live");
+  await live.getByRole("tab", { name: "parts/film.tpl" }).click();
+  await type(".live .panes > .editor", "<dt>{film::*::title}{optional film::*::age}</dt>");
+  await waitForText(live.locator(".problems .error"), "Missing closing tag");
+  assert.equal(await live.locator(".cm-lintRange-error").textContent(), "{optional film::*::age}");
+  await picture("guide-error");
+  await type(".live .panes > .editor", "<dt>{film::*::title}</dt>");
+  await waitForText(result, "<dt>Night Train</dt>");
+  await live.getByRole("tab", { name: "Data" }).click();
+  await type(".live .panes > .editor", '{"films": [{"title": "Other"}]}');
+  await waitForText(result, "<dt>Other</dt>");
+  await live.getByRole("link", { name: "Open in the playground" }).click();
+  await waitForText(rendered().or(page.locator("#source .cm-content")), "<dt>Other</dt>");
+  await page.goBack();
+  await page.locator("figure .edit").first().click();
+  await button("Reset").click();
+  await button("Done").click();
+  assert.equal(await page.locator(".live").count(), 0);
+  assert.ok(await page.locator("figure .edit").first().isVisible());
+});
+
+test("a row of a table is edited below its table, one at a time", async () => {
+  await open("reference.html");
+  const rows = page.locator("tr[data-example]");
+  const { length } = await rows.all();
+  assert.ok(length > 50, `${length} rows`);
+  await rows.nth(0).getByRole("button").click();
+  await page.locator(".live .outcome .cm-line").first().waitFor();
+  await rows.nth(1).getByRole("button").click();
+  await waitForText(page.locator(".live .panes > .editor .cm-content"), await rows.nth(1).locator("code").first().textContent());
+  assert.equal(await page.locator(".live").count(), 1);
+  await type(".live .panes > .editor", "{dynamic list}{*}{/dynamic}");
+  await waitForText(page.locator(".live .outcome .cm-content"), "abc");
+});
+
+test("the search finds what is asked for, by keyboard, and leads to its place", async () => {
+  await open("index.html");
+  for (const [asked, url] of [["nested too deeply", /messages\.html#/], ["rdynamic", /reference\.html|guide\.html/],
+    ["apache", /deployment\.html#apache/], ["separators", /recipes\.html#separators/]]) {
+    await page.keyboard.press("/");
+    await page.locator(".search input").fill(asked);
+    await page.locator(".search li").first().waitFor();
+    await page.keyboard.press("ArrowDown");
+    await page.keyboard.press("Enter");
+    await page.waitForURL(url);
+  }
+  await page.keyboard.press("/");
+  await page.locator(".search input").fill("xyzzyx");
+  await waitForText(page.locator(".search p"), "Nothing found");
+  assert.deepEqual(foreign, []);
+});
+
+for (const colorScheme of ["light", "dark"]) {
+  for (const width of [1440, 900, 390]) {
+    test(`axe finds nothing in ${colorScheme} at ${width}`, async () => {
+      const viewport = { width, height: 900 };
+      const found = [];
+      const audit = async (name) => {
+        await page.addScriptTag({ path: axe });
+        const { violations } = await page.evaluate(() => window.axe.run({ iframes: false }));
+        found.push(...violations.map(({ id, nodes }) => `${name}: ${id}: ${nodes[0].html.slice(0, 150)} (${nodes[0].any[0]?.message ?? ""})`));
+        await picture(`${name.replace(".html", "")}-${width}-${colorScheme}`);
+        const isTooWide = await page.evaluate(() => document.documentElement.scrollWidth > innerWidth);
+        isTooWide && found.push(`${name}: wider than the window`);
+      };
+      const options = { viewport, colorScheme, bypassCSP: true, reducedMotion: "reduce" };
+      for (const name of pages.filter((each) => each !== "playground.html")) {
+        await open(name, options);
+        const edit = page.locator(".edit").first();
+        if (await edit.count()) {
+          await edit.click();
+          await page.locator(".live output", { hasText: /s$|no page/ }).waitFor();
+        }
+        await audit(name);
+      }
+      await openPlayground("", options);
+      await audit("playground.html");
+      await page.locator("#template-editor .cm-content").click();
+      await page.keyboard.insertText("{optional x}{nothing}");
+      await page.locator("#list .error").first().waitFor();
+      await page.getByRole("tab", { name: "Blocks" }).click();
+      await audit("playground.html with an error");
+      assert.deepEqual(found, []);
+    });
+  }
+}
