@@ -63,7 +63,8 @@ $ways = [
     ['<svg><title>{htmlspecialchars v}</title><style>{htmlspecialchars v}</style></svg>{htmlspecialchars v}', 'wrong-escaping'],
     ['<{optional a}b{/optional}{!optional a}i{/optional} title="{htmlspecialchars v}">', ''],
     ['<a href="{base}{htmlspecialchars path}">', 'unescaped-value'],
-    ['<p on{rawurlencode v}="x">{include data:text/html,x}{include php://stdin}', 'value-as-name include-by-wrapper include-by-wrapper'],
+    ['<p on{rawurlencode v}="x">{include data:text/html,x}{include php://stdin}{include data::file}',
+        'value-as-name include-by-wrapper include-by-wrapper include-from-data'],
     ['<STYLE>/* {rawurlencode v} */ @import "{rawurlencode v}"; a:hover { b: c }</sTyle >{htmlspecialchars v}', ''],
     // Included files are followed in place, each from where it begins, and once more when it begins elsewhere.
     ['{include open.part}{htmlspecialchars v}</script>{htmlspecialchars v}', 'wrong-escaping'],

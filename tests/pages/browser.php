@@ -32,7 +32,7 @@ const PIECES = [
 
 // What the place of a value may look like in front and behind.
 const FRONTS = [
-    "<p title='", '<p title="', '<p title=', '<p ', '<p x', '<', '<!-- ', '<!--', '<textarea>', '<title>', '<a href="',
+    "<p title='", '<p title="', '<p title=', '<p ', '<p x', '<p onclick=', '<iframe src=', '<', '<!-- ', '<!--', '<textarea>', '<title>', '<a href="',
     '<a href="/', '<a href=', '<script src="/', '<link rel=stylesheet href="', '<iframe srcdoc="', '<p style="color:', '<p>', '',
     '<svg><a xlink:href="/?', '<meta http-equiv=refresh content="0;url=', '<style>', '<style>p { color: ',
 ];

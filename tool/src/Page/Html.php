@@ -111,6 +111,11 @@ final class Html implements Scanner
     public function risk(Escaping $given, string $following = ''): ?Risk
     {
         $state = $this->state;
+        if ($state === State::BeforeValue) {
+            $begun = clone $this;
+            $begun->beginValue(State::Unquoted);
+            return $begun->risk($given, $following);
+        }
         if ($state === State::Text && $this->pending !== '') {
             $state = $this->pendingState($this->pending);
         }
@@ -121,8 +126,7 @@ final class Html implements Scanner
                 'a name can turn it into a script',
                 'write the names that are allowed into sections'
             ),
-            State::BeforeValue, State::DoubleQuoted, State::SingleQuoted, State::Unquoted =>
-                $this->attributeRisk($given, $following),
+            State::DoubleQuoted, State::SingleQuoted, State::Unquoted => $this->attributeRisk($given, $following),
             default => $this->contentRisk($given, $state, $following),
         };
     }
@@ -181,7 +185,7 @@ final class Html implements Scanner
     private function attributeRisk(Escaping $given, string $following): ?Risk
     {
         $inner = $this->isLive($following) ? $this->inner?->risk($given) : null;
-        $place = "HTML ({$this->quoting()->value})";
+        $place = "HTML ({$this->state->value})";
         if ($given === Escaping::None || $given === Escaping::Addslashes) {
             $advice = $inner->advice ?? '"htmlspecialchars" would escape it';
             $remedy = $inner ? $inner->remedy : Escaping::Html;
@@ -195,17 +199,12 @@ final class Html implements Scanner
             return $inner;
         }
         $advice = 'put the attribute in double quotes';
-        return match ($this->quoting()) {
+        return match ($this->state) {
             State::SingleQuoted =>
                 new Risk('single-quoted-attribute', $place, 'it leaves single quotes alone', $advice),
             State::Unquoted => new Risk('unquoted-attribute', $place, 'a value with a blank ends it', $advice),
             default => null,
         };
-    }
-
-    private function quoting(): State
-    {
-        return $this->state === State::BeforeValue ? State::Unquoted : $this->state;
     }
 
     /** Whether the browser does with this attribute what it holds: some need another attribute of the same tag. */

@@ -51,7 +51,8 @@ final class IncludeFromData implements ViewRule
                 continue;
             }
             [$name, $message] = match (true) {
-                Files::isStream($tag->argument) => ['include-by-wrapper', 'what comes from there is read as a template,'
+                // A path that begins with "data" is none of the wrapper's: that one needs a comma.
+                Files::isStream($tag->argument) && !str_starts_with($tag->argument, 'data::') => ['include-by-wrapper', 'what comes from there is read as a template,'
                     . ' which can print all of the data and any file that PHP may read'],
                 $this->isFromData($view, $tag) => ['include-from-data', "the data decides which file is included:"
                     . " \"$tag->argument\" may name any file that PHP may read"],
