@@ -199,13 +199,13 @@ void Template::printAlternative(const MultiVariableBlock& oBlock, TextBuffer& sO
 /// Whether an optional section is shown. One that depends on a block that isn't there never is, not even when negated.
 inline bool Template::isShown(const OptionalBlock& oBlock) const {
 	const DynamicReference& oReference = oBlock.oReference;
-	if (UNEXPECTED(oReference.eTarget == DynamicReference::NOTHING)) {
-		return false;
+	bool bNegation = oBlock.getType() == Block::NOPTIONAL;
+	if (UNEXPECTED(oReference.eTarget == DynamicReference::KEY)) {
+		return oBlock.oValue.equalsKey(oReference.oDynamicBlock->oLoop.phpKey) != bNegation;
 	}
-	bool bHolds = oReference.eTarget == DynamicReference::KEY
-					  ? oBlock.oValue.equalsKey(oReference.oDynamicBlock->oLoop.phpKey)
-					  : checkIfOptionalIsVisible(findDynamicValue(oReference), oBlock.oValue);
-	return bHolds != (oBlock.getType() == Block::NOPTIONAL);
+	const zval* phpVariable = findDynamicValue(oReference);
+	return checkIfOptionalIsVisible(phpVariable, oBlock.oValue) != bNegation &&
+		   (phpVariable || oReference.eTarget != DynamicReference::NOTHING);
 }
 
 /// Finds the data of a block in the element of an enclosing block; null when there is none to walk.
