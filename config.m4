@@ -34,12 +34,32 @@ if test "$PHP_TEMPLATE" != "no"; then
   AC_LINK_IFELSE([AC_LANG_PROGRAM([], [])], [template_lto=-flto], [template_lto=])
   CXXFLAGS=$template_saved_flags
   AC_MSG_RESULT([${template_lto:-no}])
+
+  dnl Hardening that costs nothing while a page is rendered; what else a distribution wants comes by its own flags.
+  template_hardening=
+  for template_flag in -fcf-protection=full -mbranch-protection=standard; do
+    AC_MSG_CHECKING([for $template_flag])
+    CXXFLAGS="$template_saved_flags -Werror $template_flag"
+    AC_COMPILE_IFELSE([AC_LANG_PROGRAM([], [])],
+      [AC_MSG_RESULT([yes])
+       template_hardening="$template_hardening $template_flag"],
+      [AC_MSG_RESULT([no])])
+  done
+  CXXFLAGS=$template_saved_flags
+  AC_MSG_CHECKING([for relocations that are settled and sealed at start])
+  template_saved_flags=$LDFLAGS
+  LDFLAGS="$LDFLAGS -Wl,-z,relro,-z,now"
+  AC_LINK_IFELSE([AC_LANG_PROGRAM([], [])],
+    [AC_MSG_RESULT([yes])
+     TEMPLATE_SHARED_LIBADD="$TEMPLATE_SHARED_LIBADD -Wl,-z,relro,-z,now"],
+    [AC_MSG_RESULT([no])])
+  LDFLAGS=$template_saved_flags
   AC_LANG_POP([C++])
   if test -n "$template_lto"; then
     TEMPLATE_SHARED_LIBADD="$TEMPLATE_SHARED_LIBADD -Wc,$template_lto"
   fi
 
-  template_flags="-DZEND_ENABLE_STATIC_TSRMLS_CACHE=1 $PHP_TEMPLATE_STDCXX $template_lto -I@ext_srcdir@/src -fvisibility=hidden -fvisibility-inlines-hidden -Wall -Wextra -Wformat -Werror=format-security"
+  template_flags="-DZEND_ENABLE_STATIC_TSRMLS_CACHE=1 $PHP_TEMPLATE_STDCXX $template_lto $template_hardening -I@ext_srcdir@/src -fvisibility=hidden -fvisibility-inlines-hidden -Wall -Wextra -Wformat -Werror=format-security"
   template_sources="src/call.cpp src/main.cpp src/template.cpp \
     src/php/plain_file.cpp src/php/properties.cpp src/php/stack_guard.cpp src/php/stream.cpp src/php/warning.cpp \
     src/text/arena.cpp src/text/byte_scan.cpp src/text/number_text.cpp src/text/text_buffer.cpp \
