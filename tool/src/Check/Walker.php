@@ -5,6 +5,7 @@ namespace TemplateTool\Check;
 use TemplateTool\Files\Files;
 use TemplateTool\Files\Unreadable;
 use TemplateTool\Rules\Data\Sample;
+use TemplateTool\Rules\Code\Pasted;
 use TemplateTool\Rules\RuleSet;
 use TemplateTool\Rules\View;
 use TemplateTool\Syntax\Context;
@@ -136,7 +137,7 @@ final class Walker
     private function report(Document $document, Context $context): void
     {
         $way = $this->wayTo($document, $context);
-        foreach ($document->problems as $problem) {
+        foreach (Pasted::noted($document) as $problem) {
             $this->findings->add($document, $problem, $way);
         }
         foreach ($this->rules->inDocument($document) as $problem) {

@@ -2,8 +2,7 @@
 
 namespace TemplateTool\Rules\Tags;
 
-use TemplateTool\Page\Html;
-use TemplateTool\Page\State;
+use TemplateTool\Rules\Code\Pasted;
 use TemplateTool\Rules\DocumentRule;
 use TemplateTool\Rules\Warning;
 use TemplateTool\Syntax\Document;
@@ -36,10 +35,10 @@ final class BraceInTag implements DocumentRule
             }
             $start = $document->offsets[$i];
             $length = strlen($tag->source) - 1;
-            if ($this->isCode($document, $start)) {
+            if (Pasted::isAt($document, $start)) {
                 // A style sheet has as many of these as it has rules in rules, and they mean all the same.
-                $message = 'this brace stands inside of another one and swallows the rest of the template: "template'
-                    . ' literal" writes the braces of a style sheet or a script twice';
+                $message = 'this brace stands inside of another one and swallows the rest of the template: '
+                    . Pasted::ADVICE;
                 yield new Problem('brace-in-tag', $message, $start + $length, 1);
                 return;
             }
@@ -47,14 +46,5 @@ final class BraceInTag implements DocumentRule
             $note = "the \"{\" is at {$document->place($start + $length)}";
             yield new Problem('brace-in-tag', $message, $start, $length, [$note]);
         }
-    }
-
-    /** Whether a script or a style sheet stands here. */
-    private function isCode(Document $document, int $offset): bool
-    {
-        $html = Html::ofFile($document->source->name);
-        $html->read(substr($document->source->text, 0, $offset));
-        [$state, $element] = $html->place();
-        return $state === State::Raw && ($element === 'script' || $element === 'style');
     }
 }
