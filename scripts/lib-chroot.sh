@@ -55,7 +55,7 @@ in_chroot() {
     done
     cp -L /etc/resolv.conf "$folder/etc/resolv.conf"
     # shellcheck disable=SC2016
-    unshare --mount --pid --ipc --fork --kill-child sh -ec '
+    setpriv --pdeathsig KILL unshare --mount --pid --ipc --fork --kill-child sh -ec '
         mount --bind "$0" "$0"
         cd "$0"
         mount --rbind /dev dev

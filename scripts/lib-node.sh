@@ -1,5 +1,6 @@
 # What the scripts share that need Node. To be sourced by bash, behind lib.sh.
 # shellcheck shell=bash
+: "${builds:?}"
 
 # Sets `node` to the Node that Debian 12's users have: the one of this machine, if it is that old, else Debian's own
 # package, unpacked beside it in build/node18.
@@ -17,6 +18,7 @@ find_node18() {
     mkdir -p "$folder"
     (cd "$folder" && apt-get download "nodejs=$version" "libnode108=$version" && for file in *.deb; do dpkg -x "$file" .; done) \
         >"$builds/node18.log" 2>&1 || die "Debian's Node 18 can't be had; the reason is in $builds/node18.log"
+    # shellcheck disable=SC2016
     printf '#!/bin/sh\nLD_LIBRARY_PATH=$(echo "%s"/usr/lib/*-linux-gnu) exec "%s/usr/bin/node" "$@"\n' "$folder" "$folder" >"$node"
     chmod +x "$node"
     "$node" --version >/dev/null || die "Debian's Node 18 doesn't run here"
