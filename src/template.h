@@ -106,7 +106,7 @@ private:
 
 	// --- Rendering --------------------------------------------------------------------------------------------------
 
-	void _getResult(const BlockList& subBlockList, ElementWalk* oElements, TextBuffer& sText);
+	void _getResult(const BlockList& subBlockList, ElementWalk* oElements, TextBuffer& sBuffer);
 	void _getResultVariable(const MultiVariableBlock& oBlock, std::string_view sBefore, TextCursor& sOutput);
 	void _getResultEscaped(const VariableBlock& oBlock, std::string_view sBefore, TextCursor& sOutput);
 	bool isShown(const OptionalBlock& oBlock) const;

@@ -142,18 +142,13 @@ DynamicBlock* Template::makeDynamicBlock(std::string_view sArgument, bool bRever
 			return call.oArena.make<DynamicBlock>(resolveNamespace(oReference), bReverse);
 		case KEY:
 			fail({"Dynamic block bad parameter '", sArgument, "': [*] is forbidden"});
-		case IMMEDIATE: {
-			if (Z_TYPE_P(phpVariable) == IS_ARRAY) {
-				if (const zval* phpNumVariable = zend_hash_str_find(Z_ARRVAL_P(phpVariable), ZEND_STRL("num"))) {
-					phpVariable = phpNumVariable;
-				}
-			}
+		case IMMEDIATE:
+			phpVariable = PHPInterface::findRows(phpVariable);
 			ZVAL_DEREF(phpVariable);
 			if (Z_TYPE_P(phpVariable) == IS_ARRAY) {
 				return call.oArena.make<DynamicBlock>(phpVariable, bReverse);
 			}
 			break;
-		}
 		case NONE:
 			break;
 	}

@@ -3,44 +3,44 @@
 #include "php/failure.h"
 #include "php/properties.h"
 
-const zval* PHPInterface::hashIndexFind(zend_ulong index, const zval* data) const {
-	if (!data) {
+const zval* PHPInterface::hashIndexFind(zend_ulong nIndex, const zval* phpData) const {
+	if (!phpData) {
 		return nullptr;
 	}
-	switch (Z_TYPE_P(data)) {
+	switch (Z_TYPE_P(phpData)) {
 		case IS_ARRAY: {
-			const zval* slot = zend_hash_index_find(Z_ARRVAL_P(data), index);
-			return slot ? slotValue(slot) : nullptr;
+			const zval* phpSlot = zend_hash_index_find(Z_ARRVAL_P(phpData), nIndex);
+			return phpSlot ? slotValue(phpSlot) : nullptr;
 		}
 		case IS_OBJECT: {
-			const zval* found = properties::find(Z_OBJ_P(data), index, &held);
+			const zval* phpFound = properties::find(Z_OBJ_P(phpData), nIndex, &phpHeld);
 			throwIfPhpFailed();
-			return found;
+			return phpFound;
 		}
 		default:
 			return nullptr;
 	}
 }
 
-const zval* PHPInterface::hashFindAnywhere(const Index& key, const HashTable* table) {
-	return findKey(table, key.sKey, key.oHint);
+const zval* PHPInterface::hashFindAnywhere(const Index& oKey, const HashTable* oTable) {
+	return findKey(oTable, oKey.sKey, oKey.oHint);
 }
 
-HashTable* PHPInterface::acquireTable(const zval* data) {
-	switch (Z_TYPE_P(data)) {
+HashTable* PHPInterface::acquireTable(const zval* phpData) {
+	switch (Z_TYPE_P(phpData)) {
 		case IS_ARRAY:
-			GC_TRY_ADDREF(Z_ARRVAL_P(data));
-			return Z_ARRVAL_P(data);
+			GC_TRY_ADDREF(Z_ARRVAL_P(phpData));
+			return Z_ARRVAL_P(phpData);
 		case IS_OBJECT:
-			return properties::copy(Z_OBJ_P(data));
+			return properties::copy(Z_OBJ_P(phpData));
 		default:
 			return nullptr;
 	}
 }
 
 void PHPInterface::release() {
-	zval released;
-	ZVAL_COPY_VALUE(&released, &held);
+	zval phpReleased;
+	ZVAL_COPY_VALUE(&phpReleased, &phpHeld);
 	abandon();
-	zval_ptr_dtor(&released);
+	zval_ptr_dtor(&phpReleased);
 }

@@ -35,10 +35,10 @@ zend_string* Template::getResult() {
 }
 
 /// Renders a body: once for each element, or once when it belongs to no dynamic block.
-void Template::_getResult(const BlockList& subBlockList, ElementWalk* oElements, TextBuffer& sText) {
+void Template::_getResult(const BlockList& subBlockList, ElementWalk* oElements, TextBuffer& sBuffer) {
 	checkStack();
 	const char* pTexts = call.sTexts.view().data();
-	TextCursor sOutput(sText);
+	TextCursor sOutput(sBuffer);
 	size_t nStart = sOutput.size();
 	while (!oElements || oElements->next()) {
 		checkTimeLimit(); // often enough: a body without a loop renders in less time than its analysis took
@@ -211,11 +211,7 @@ inline bool Template::isShown(const OptionalBlock& oBlock) const {
 /// Finds the data of a block in the element of an enclosing block; null when there is none to walk.
 const zval* Template::findDynamicData(const DynamicBlock& oBlock) const {
 	const zval* phpVariable = findDynamicValue(oBlock.oReference);
-	if (!phpVariable || Z_TYPE_P(phpVariable) != IS_ARRAY) {
-		return nullptr;
-	}
-	const zval* phpNumVariable = zend_hash_str_find(Z_ARRVAL_P(phpVariable), ZEND_STRL("num"));
-	return phpNumVariable ? phpNumVariable : phpVariable;
+	return phpVariable && Z_TYPE_P(phpVariable) == IS_ARRAY ? PHPInterface::findRows(phpVariable) : nullptr;
 }
 
 void Template::_getResultDynamic(DynamicBlock& oBlock, TextBuffer& sOutput) {

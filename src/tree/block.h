@@ -114,7 +114,7 @@ protected:
 
 /// A section that is shown or hidden by the element or key of a dynamic block. (What other values decide is decided
 /// during analysis and leaves no block.) The last block of its body leads on to what follows the section, so that
-/// rendering neither calls itself nor returns for a section: 3 % of a page with many of them.
+/// rendering neither calls itself nor returns for a section.
 class OptionalBlock : public SubBlock {
 public:
 	OptionalBlock(const DynamicReference& _oReference, const ComparedValue& _oValue, bool negation)
