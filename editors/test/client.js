@@ -3,13 +3,21 @@ const { spawn } = require('node:child_process');
 const fs = require('node:fs');
 const os = require('node:os');
 const path = require('node:path');
+const { after } = require('node:test');
 const { pathToFileURL } = require('node:url');
 const protocol = require('vscode-languageserver-protocol/node');
 
 /** The command that starts the server: the script that runs the tests sets it. */
 const command = JSON.parse(process.env.TEMPLATE_COMMAND);
 
-const start = () => spawn(command[0], [...command.slice(1), 'lsp'], { stdio: ['pipe', 'pipe', 'inherit'] });
+const processes = [];
+after(() => processes.forEach(each => each.kill('SIGKILL')));
+
+function start() {
+    const server = spawn(command[0], [...command.slice(1), 'lsp'], { stdio: ['pipe', 'pipe', 'inherit'] });
+    processes.push(server);
+    return server;
+}
 
 /** A folder with these files, by their names. */
 function folder(files) {

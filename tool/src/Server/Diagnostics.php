@@ -43,8 +43,20 @@ final class Diagnostics
         $this->workspace->folderOf($path)->includes->readFile($path);
         $this->plan($path);
         foreach ($this->results as $page => $result) {
-            if (isset($result['files'][$path])) {
+            if (!in_array($page, $this->workspace->folderOf($page)->includes->pages($page), true)) {
+                // Another template includes it now: it is checked from there.
+                $this->stale += $result['files'];
+                unset($this->results[$page], $this->todo[$path][$page]);
+            } elseif (isset($result['files'][$path])) {
                 $this->todo[$path][$page] = true;
+            }
+        }
+        // What other texts are pages of, or pages for, may be different now.
+        foreach (array_keys($this->workspace->all()) as $each) {
+            foreach ($this->pages($each) as $page) {
+                if (!isset($this->results[$page])) {
+                    $this->todo[$each][$page] = true;
+                }
             }
         }
         $this->stale[$path] = true;
@@ -123,9 +135,13 @@ final class Diagnostics
 
     private function plan(string $path): void
     {
-        $includes = $this->workspace->folderOf($path)->includes;
-        $pages = array_slice($includes->pages($path), 0, self::MOST_PAGES);
-        $this->todo[$path] = array_fill_keys($pages, true);
+        $this->todo[$path] = array_fill_keys($this->pages($path), true);
+    }
+
+    /** @return list<string> the pages in which a template is checked */
+    private function pages(string $path): array
+    {
+        return array_slice($this->workspace->folderOf($path)->includes->pages($path), 0, self::MOST_PAGES);
     }
 
     private function check(string $page): void

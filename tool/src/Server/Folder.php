@@ -106,8 +106,9 @@ final class Folder
     private function makeOptions(string $page): Options
     {
         $project = $this->project();
-        $rest = explode(PATH_SEPARATOR, get_include_path());
         if (!$project) {
+            // The folder in which an editor has started this server says nothing.
+            $rest = array_diff(explode(PATH_SEPARATOR, get_include_path()), ['.']);
             return new Options([$this->path, '', ...$rest]);
         }
         try {

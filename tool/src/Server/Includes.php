@@ -10,6 +10,9 @@ final class Includes
 {
     // The argument of an include tag; what looks like one inside of doubled braces is none.
     private const TAG = '~(?:\{\{|\{(?=[ \t\n\r]|\z))(*SKIP)(*FAIL)|\{include([^{}]*+)~';
+
+    // A brace inside a tag: all that follows is part of that tag.
+    private const LOST = '~(?:\{\{|\{(?=[ \t\n\r]|\z))(*SKIP)(*FAIL)|\{[^{}]*+\{~';
     private const BLANKS = " \t\n\r\v\f";
     private const FRESH = 2.0;
 
@@ -134,6 +137,9 @@ final class Includes
         }
         $isSmall = $open || ($stat && $stat['size'] <= Files::LARGEST && is_file($path));
         $text = $open?->text() ?? ($isSmall ? (string) @file_get_contents($path) : '');
+        if (preg_match(self::LOST, $text, $match, PREG_OFFSET_CAPTURE)) {
+            $text = substr($text, 0, $match[0][1]);
+        }
         preg_match_all(self::TAG, $text, $tags);
         $names = array_map(static fn(string $argument): string => trim($argument, self::BLANKS), $tags[1]);
         $names = array_values(array_unique($names));

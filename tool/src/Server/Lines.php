@@ -11,13 +11,13 @@ final class Lines
     public const UTF8 = 'utf-8';
     public const UTF16 = 'utf-16';
 
+    private const STEP = 256;
+
     /** @var list<int> where the lines begin */
     private array $starts = [0];
 
-    // A place that was found last: most questions come in the order of the text, also those about one long line.
-    private int $knownOffset = 0;
-    private int $knownLine = 0;
-    private int $knownCharacter = 0;
+    /** @var array<int, list<int>> by line: how many UTF-16 units stand in front of each step of bytes */
+    private array $marks = [];
 
     public function __construct(public readonly string $text, private string $encoding)
     {
@@ -31,16 +31,11 @@ final class Lines
     public function position(int $offset): array
     {
         $offset = max(0, min($offset, strlen($this->text)));
+        // Between "\r" and "\n" there is no place.
+        $offset += (int) (substr($this->text, max(0, $offset - 1), 2) === "\r\n" && $offset > 0);
         $line = $this->lineOf($offset);
-        $from = $this->starts[$line];
-        $character = 0;
-        if ($line === $this->knownLine && $this->knownOffset <= $offset && $this->knownOffset >= $from) {
-            $from = $this->knownOffset;
-            $character = $this->knownCharacter;
-        }
-        $character += $this->width(substr($this->text, $from, $offset - $from));
-        [$this->knownOffset, $this->knownLine, $this->knownCharacter] = [$offset, $line, $character];
-        return ['line' => $line, 'character' => $character];
+        $bytes = $offset - $this->starts[$line];
+        return ['line' => $line, 'character' => $this->encoding === self::UTF8 ? $bytes : $this->units($line, $bytes)];
     }
 
     /** @return array{start: array{line: int, character: int}, end: array{line: int, character: int}} */
@@ -83,13 +78,25 @@ final class Lines
         return $low;
     }
 
-    private function width(string $text): int
+    /** The number of UTF-16 units in the first bytes of a line. Counted once: long lines have many places. */
+    private function units(int $line, int $bytes): int
     {
-        return $this->encoding === self::UTF8 ? strlen($text) : self::units($text);
+        $start = $this->starts[$line];
+        if (!isset($this->marks[$line])) {
+            $end = $this->starts[$line + 1] ?? strlen($this->text);
+            $this->marks[$line] = [0];
+            for ($count = 0, $i = $start; $i + self::STEP <= $end; $i += self::STEP) {
+                $count += self::count(substr($this->text, $i, self::STEP));
+                $this->marks[$line][] = $count;
+            }
+        }
+        $step = intdiv($bytes, self::STEP);
+        $rest = substr($this->text, $start + $step * self::STEP, $bytes % self::STEP);
+        return $this->marks[$line][$step] + self::count($rest);
     }
 
-    /** UTF-16 units: one for each character, two for those that take four bytes. */
-    private static function units(string $text): int
+    /** One for each byte that begins a character, two if the character takes four bytes. */
+    private static function count(string $text): int
     {
         return mb_check_encoding($text, 'ASCII')
             ? strlen($text)

@@ -115,7 +115,7 @@ final class Transport
             $text = substr($this->buffer, $body, (int) $length);
             $this->buffer = substr($this->buffer, $this->wanted);
             $this->wanted = 0;
-            $message = json_decode($text, true);
+            $message = json_decode($text, true) ?? json_decode(self::whole($text), true);
             if (is_array($message) && !array_is_list($message)) {
                 return $message;
             }
@@ -125,6 +125,14 @@ final class Transport
             $this->refuse('this is no JSON object');
         }
         return null;
+    }
+
+    /** With replacements for halves of characters, which a client may send when somebody edits between them. */
+    private static function whole(string $json): string
+    {
+        $pair = '\\\\u[dD][89abAB][0-9a-fA-F]{2}\\\\u[dD][c-fC-F][0-9a-fA-F]{2}';
+        $half = '\\\\u[dD][89a-fA-F][0-9a-fA-F]{2}';
+        return preg_replace("~(?:$pair|\\\\[^u])(*SKIP)(*FAIL)|$half~", '\ufffd', $json) ?? $json;
     }
 
     private function refuse(string $why): void
