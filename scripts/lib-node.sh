@@ -18,8 +18,10 @@ find_node18() {
     mkdir -p "$folder"
     (cd "$folder" && apt-get download "nodejs=$version" "libnode108=$version" && for file in *.deb; do dpkg -x "$file" .; done) \
         >"$builds/node18.log" 2>&1 || die "Debian's Node 18 can't be had; the reason is in $builds/node18.log"
-    # shellcheck disable=SC2016
-    printf '#!/bin/sh\nLD_LIBRARY_PATH=$(echo "%s"/usr/lib/*-linux-gnu) exec "%s/usr/bin/node" "$@"\n' "$folder" "$folder" >"$node"
+    cat >"$node" <<SH
+#!/bin/sh
+LD_LIBRARY_PATH=$(echo "$folder"/usr/lib/*-linux-gnu) exec "$folder/usr/bin/node" "\$@"
+SH
     chmod +x "$node"
     "$node" --version >/dev/null || die "Debian's Node 18 doesn't run here"
 }
