@@ -55,6 +55,7 @@ class Client {
         });
         connection.onUnhandledProgress(parameters => client.asked.push(['$/progress', parameters]));
         connection.onError(() => {});
+        connection.onClose(() => connection.dispose());
         connection.listen();
         client.initialized = await connection.sendRequest('initialize', {
             processId: process.pid,
