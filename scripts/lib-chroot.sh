@@ -33,7 +33,8 @@ debian_base() {
             [[ $try -lt 3 ]] || return 1
             sleep 10
         done
-        [[ -z $main || -z $security ]] || echo "deb $security $suite-security main" >>"$folder/etc/apt/sources.list"
+        # Debian unstable gets its fixes without an archive of their own.
+        [[ -z $main || -z $security || $suite == sid ]] || echo "deb $security $suite-security main" >>"$folder/etc/apt/sources.list"
         # Certificates that this machine trusts besides the usual ones.
         cp -R /usr/local/share/ca-certificates/. "$folder/usr/local/share/ca-certificates"
         in_chroot "$folder" update-ca-certificates >>"$folder.log" 2>&1
