@@ -101,13 +101,25 @@ static zend_result zm_startup_template(int, int module_number) {
 	return SUCCESS;
 }
 
+#ifdef ZTS
+ZEND_TSRMLS_CACHE_DEFINE()
+#endif
+
+/// Each request may have a thread of its own.
+static zend_result zm_activate_template(int, int) {
+#ifdef ZTS
+	ZEND_TSRMLS_CACHE_UPDATE();
+#endif
+	return SUCCESS;
+}
+
 static zend_module_entry template_module_entry = {
 	STANDARD_MODULE_HEADER,
 	"template",
 	ext_functions,
 	zm_startup_template,
 	nullptr, // module shutdown
-	nullptr, // request startup
+	zm_activate_template,
 	nullptr, // request shutdown
 	nullptr, // info
 	VERSION,

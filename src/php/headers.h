@@ -16,3 +16,8 @@ extern "C" {
 #include "ext/standard/php_string.h"
 #include "ext/standard/url.h"
 }
+
+#ifdef ZTS
+// Where a thread has its copy of PHP's globals: looked up once a request, not at each use of one.
+ZEND_TSRMLS_CACHE_EXTERN()
+#endif

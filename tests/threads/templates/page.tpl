@@ -1,0 +1,1 @@
+{include part.tpl}{dynamic rows}<p>{htmlspecialchars *::name}</p>{/dynamic}
