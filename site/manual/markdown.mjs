@@ -21,6 +21,9 @@ export function manualMarkdown({ examples, highlight, pages }) {
   // What is in a comment is for the test suite.
   md.renderer.rules.html_block = (tokens, at) => tokens[at].content.startsWith("<!--") ? "" : tokens[at].content;
   md.renderer.rules.table_open = (tokens, at) => `<div class="table"${tokens[at].meta?.wide ? ' tabindex="0"' : ""}><table>\n`;
+  // The corner of a table is no heading.
+  md.renderer.rules.th_open = (tokens, at) => tokens[at + 1].content ? "<th>" : "<td>";
+  md.renderer.rules.th_close = (tokens, at) => tokens[at - 1].content ? "</th>" : "</td>";
   md.renderer.rules.table_close = () => "</table></div>\n";
   return md;
 }

@@ -24,7 +24,7 @@ function editing(label: string, onChange: () => void): Extension {
     lintGutter(),
     EditorState.tabSize.of(2),
     keymap.of([...defaultKeymap, ...historyKeymap, ...lintKeymap]),
-    EditorView.contentAttributes.of({ "aria-label": label, spellcheck: "false", autocapitalize: "off" }),
+    EditorView.contentAttributes.of({ "aria-label": label, tabindex: "0", spellcheck: "false", autocapitalize: "off" }),
     EditorView.updateListener.of((update) => update.docChanged && onChange()),
   ];
 }
@@ -44,7 +44,7 @@ export function sourceState(text: string): EditorState {
       look,
       htmlLanguage,
       EditorState.readOnly.of(true),
-      EditorView.contentAttributes.of({ "aria-label": "Source of the page", "aria-readonly": "true" }),
+      EditorView.contentAttributes.of({ "aria-label": "Source of the page", tabindex: "0", "aria-readonly": "true" }),
     ],
   });
 }

@@ -18,19 +18,32 @@ function list(nodes: TreeNode[], onOpen: OnOpen): HTMLElement {
   const result = document.createElement("ul");
   for (const node of nodes) {
     const item = document.createElement("li");
+    item.append(...row(node, onOpen));
     if (node.children.length) {
-      const details = document.createElement("details");
-      details.open = true;
-      const summary = document.createElement("summary");
-      summary.append(...row(node, onOpen));
-      details.append(summary, list(node.children, onOpen));
-      item.append(details);
-    } else {
-      item.append(...row(node, onOpen));
+      const children = list(node.children, onOpen);
+      item.prepend(folder(children));
+      item.append(children);
     }
     result.append(item);
   }
   return result;
+}
+
+function folder(children: HTMLElement): HTMLElement {
+  const button = document.createElement("button");
+  const show = () => {
+    button.ariaExpanded = String(!children.hidden);
+    button.ariaLabel = children.hidden ? "Show what is inside" : "Hide what is inside";
+    button.textContent = children.hidden ? "▸" : "▾";
+  };
+  button.type = "button";
+  button.className = "folder";
+  button.onclick = () => {
+    children.hidden = !children.hidden;
+    show();
+  };
+  show();
+  return button;
 }
 
 function row(node: TreeNode, onOpen: OnOpen): HTMLElement[] {
@@ -39,10 +52,7 @@ function row(node: TreeNode, onOpen: OnOpen): HTMLElement[] {
   tag.className = `tag ${node.kind.replace(/\W/g, "")}`;
   tag.textContent = node.tag;
   tag.title = `${node.file}, line ${node.line}, column ${node.column}`;
-  tag.onclick = (event) => {
-    event.preventDefault();
-    onOpen(node.file, node.line, node.column);
-  };
+  tag.onclick = () => onOpen(node.file, node.line, node.column);
   const about = document.createElement("span");
   about.className = "about";
   about.textContent = meaning(node);
