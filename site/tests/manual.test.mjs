@@ -6,7 +6,7 @@ import { readdir, readFile } from "node:fs/promises";
 import { test } from "node:test";
 import esbuild from "esbuild";
 import {
-  button, foreign, FOLDER, open, openPlayground, page, picture, rendered, SITE, type, waitForText,
+  button, foreign, FOLDER, open, openPlayground, page, picture, SITE, type, waitForText,
 } from "./browser.mjs";
 
 const axe = createRequire(import.meta.url).resolve("axe-core/axe.min.js");
@@ -65,7 +65,7 @@ test("an example is edited in its place: result, errors, data, files, reset, and
   await type(".live .panes > .editor", '{"films": [{"title": "Other"}]}');
   await waitForText(result, "<dt>Other</dt>");
   await live.getByRole("link", { name: "Open in the playground" }).click();
-  await waitForText(rendered().or(page.locator("#source .cm-content")), "<dt>Other</dt>");
+  await waitForText(page.locator("#source .cm-content"), "<dt>Other</dt>");
   await page.goBack();
   await page.locator("figure .edit").first().click();
   await button("Reset").click();
@@ -84,21 +84,22 @@ test("a row of a table is edited below its table, one at a time", async () => {
   await rows.nth(1).getByRole("button").click();
   await waitForText(page.locator(".live .panes > .editor .cm-content"), await rows.nth(1).locator("code").first().textContent());
   assert.equal(await page.locator(".live").count(), 1);
-  await type(".live .panes > .editor", "{dynamic list}{*}{/dynamic}");
-  await waitForText(page.locator(".live .outcome .cm-content"), "abc");
+  await type(".live .panes > .editor", "{nothing 'something'} else");
+  await waitForText(page.locator(".live .outcome .cm-content"), "something else");
 });
 
 test("the search finds what is asked for, by keyboard, and leads to its place", async () => {
   await open("index.html");
-  for (const [asked, url] of [["nested too deeply", /messages\.html#/], ["rdynamic", /reference\.html|guide\.html/],
-    ["apache", /deployment\.html#apache/], ["separators", /recipes\.html#separators/]]) {
-    await page.keyboard.press("/");
+  await page.keyboard.press("/");
+  for (const [asked, wanted] of [["rdynamic", "reference.html"], ["apache", "deployment.html#apache"],
+    ["separator", "recipes.html#separators"], ["nested too deeply", "messages.html#blocks-nested-too-deeply-in-"]]) {
     await page.locator(".search input").fill(asked);
-    await page.locator(".search li").first().waitFor();
-    await page.keyboard.press("ArrowDown");
-    await page.keyboard.press("Enter");
-    await page.waitForURL(url);
+    const found = await page.locator(".search li a").evaluateAll((links) => links.map((link) => link.getAttribute("href")));
+    assert.ok(found.slice(0, 4).some((url) => url.startsWith(wanted)), `${asked}: ${found.join(" ")}`);
   }
+  await page.keyboard.press("ArrowDown");
+  await page.keyboard.press("Enter");
+  await page.waitForURL(/messages\.html#/);
   await page.keyboard.press("/");
   await page.locator(".search input").fill("xyzzyx");
   await waitForText(page.locator(".search p"), "Nothing found");
