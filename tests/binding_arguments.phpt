@@ -7,6 +7,7 @@ display_errors=0
 --FILE--
 <?php
 require __DIR__ . '/table.inc';
+require __DIR__ . '/child.inc';
 
 /** A call with wrong arguments: PHP's error, then the last warning, raised while that error is pending. */
 function refused(mixed ...$arguments): string
@@ -49,6 +50,9 @@ table([
         noted('', 'level 8192: template(): Passing null to parameter #1 ($fileName) of type string is deprecated')],
     ['mode left out', fn() => template('plain.tpl', $who), null, 'file you'],
     ['mode true takes a file name as text', fn() => template('plain.tpl', $who, true), null, 'plain.tpl'],
+    ['a name that ends the request', fn() => child('set_error_handler(fn($type, $message) => print($message));
+        class Last { function __toString(): string { exit("the end"); } }
+        template(new Last(), []);'), null, 'the end | exit 0'],
     ['named, in another order', fn() => template(string_mode: true, userData: $who, fileName: '-{who}'), null, '-you'],
     ['data through a reference variable', fn() => template('{who}', $alias, true), null, 'you'],
 
@@ -56,8 +60,14 @@ table([
     ['nothing before the zero byte', fn() => template("\0{who}", $who, true), null, ''],
     ['path cut at a zero byte', fn() => template("plain.tpl\0.bak", $who), null, 'file you'],
     ['message names the cut path', fn() => template("gone.tpl\0x", []), null, fails('Could not open file gone.tpl')],
+    ['an empty result is a string of its own', function (): string {
+        $empty = template('', [], true);
+        ob_start();
+        debug_zval_dump($empty);
+        return trim(ob_get_clean());
+    }, null, 'string(0) "" refcount(2)'],
     ['zero bytes of a file stay', fn() => template('zero.tpl', $who), null, "a\0byou\0"],
 ]);
 ?>
 --EXPECT--
-20 rows
+22 rows

@@ -80,7 +80,15 @@ $fiber = '$fiber = new Fiber("all"); $fiber->start();';
 table([
     ['usual stack', $run('all();'), null, "$all | exit 0"],
     ['small stack', $run('all();', 'ulimit -s 1024;'), null, "$all | exit 0"],
-    ['tiny stack', $run('echo nested(600, "{dynamic l}", "{/dynamic}");', watcher() ? '' : 'ulimit -s 256;'), null, (watcher() ? 'x ' : $deep) . '| exit 0'],
+    ...array_map(fn($size) => ["a stack of $size KB", $run(
+        'echo nested(5, "{dynamic l}", "{/dynamic}"), " ", nested(600, "{dynamic l}", "{/dynamic}");',
+        watcher() ? '' : "ulimit -s $size;"
+    ), null, 'x ' . (watcher() ? 'x ' : $deep) . '| exit 0'], [96, 128, 256]),
+    ...array_map(fn($size) => ["a Fiber of $size KB", $run(
+        '$fiber = new Fiber(fn() => print(nested(5, "{dynamic l}", "{/dynamic}") . " " . nested(5000, "{dynamic l}", "{/dynamic}"))); $fiber->start();',
+        '',
+        watcher() ? '' : "-d fiber.stack_size={$size}K"
+    ), null, "x $deep| exit 0"], [96, 128]),
     ['Fiber', $run($fiber), null, "$all | exit 0"],
     ['Fiber under a small stack', $run($fiber, 'ulimit -s 1024;'), null, "$all | exit 0"],
     ['Fiber in a Fiber', $run("\$outer = new Fiber(function () { $fiber }); \$outer->start();"), null, "$all | exit 0"],
@@ -111,5 +119,5 @@ table([
 ]);
 ?>
 --EXPECT--
-8 rows
+12 rows
 8 rows
