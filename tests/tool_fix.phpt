@@ -28,6 +28,10 @@ $rows = [
     ],
     'case of keywords' => ['{HTMLSpecialChars a}{Dynamic rows}{*::n}{/DYNAMIC}', '{htmlspecialchars a}{dynamic rows}{*::n}{/dynamic}', '&lt;12'],
     'another slip may be a name' => ['{htmlspecialchar a}', null, '<'],
+    'quotes around a file' => ["{include 'part.tpl'}", '{include part.tpl}', '(part)'],
+    'the end of a section' => ["{!optional none}!{/!optional}", '{!optional none}!{/optional}', '!'],
+    'double quotes; no quotes' => ['{include "part.tpl"}{include file=part.tpl}', '{include part.tpl}{include file=part.tpl}', '(part)'],
+    'the end of another section' => ["{optional a}!{/!optional}{/optional}", "{optional a}!{/!optional}{/optional}", '!{/!optional}'],
     'an end of nothing' => ['{/!optional}', null, '{/!optional}'],
     'bytes, line ends, no line at the end' => ["\xE9 {Optional a}\r\n日本{/Optional}\r\n", "\xE9 {optional a}\r\n日本{/optional}\r\n", "\xE9 \r\n日本\r\n"],
 ];
@@ -62,7 +66,7 @@ commands([
 echo file_get_contents('page.tpl'), "\n";
 ?>
 --EXPECT--
-10 rows
+14 rows
 1 --- long.tpl
 +++ long.tpl
 @@ -1,10 +1,10 @@

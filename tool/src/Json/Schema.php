@@ -4,7 +4,7 @@ namespace TemplateTool\Json;
 
 /**
  * Holds values against a JSON Schema. It knows the words that the tool itself writes: type, enum, const, pattern,
- * properties, required, additionalProperties, items, minItems, allOf, anyOf, not, and $ref within the file; others make
+ * properties, required, additionalProperties, items, additionalItems, minItems, allOf, anyOf, not, and $ref within the file; others make
  * no difference.
  */
 final class Schema
@@ -93,14 +93,15 @@ final class Schema
     private function inside(array $value, array $schema, array $path): ?array
     {
         if (array_is_list($value) && $value) {
-            foreach (isset($schema['items']) ? $value : [] as $key => $item) {
-                if ($problem = $this->check($item, $schema['items'], [...$path, $key])) {
+            $least = $schema['minItems'] ?? 0;
+            foreach ($value as $key => $item) {
+                if ($problem = $this->check($item, self::ofItem($schema, $key), [...$path, $key])) {
                     return $problem;
                 }
             }
-            return null;
+            return count($value) < $least ? [$path, "this list must have $least elements or more"] : null;
         }
-        if (count($value) < ($schema['minItems'] ?? 0)) {
+        if (!$value && ($schema['minItems'] ?? 0) > 0) {
             return [$path, 'this list must not be empty'];
         }
         foreach ($schema['required'] ?? [] as $key) {
@@ -118,6 +119,15 @@ final class Schema
             }
         }
         return null;
+    }
+
+    /** The schema of an element: items may be one for all, or a list of which each is for one. */
+    public static function ofItem(array $schema, int $index): array|bool
+    {
+        $items = $schema['items'] ?? true;
+        return is_array($items) && $items && array_is_list($items)
+            ? $items[$index] ?? $schema['additionalItems'] ?? true
+            : $items;
     }
 
     private static function unknown(string $key, array $allowed): string

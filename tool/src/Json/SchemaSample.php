@@ -69,9 +69,11 @@ final class SchemaSample
 
     private function list(array $schema, bool $isFull, int $depth): array
     {
-        $count = max($isFull ? 2 : 1, $schema['minItems'] ?? 0);
-        $items = $schema['items'] ?? true;
-        return array_fill(0, $count, $this->value(is_array($items) && array_is_list($items) ? true : $items, $isFull, $depth + 1));
+        $list = [];
+        for ($i = 0, $count = max($isFull ? 2 : 1, $schema['minItems'] ?? 0); $i < $count; $i++) {
+            $list[] = $this->value(Schema::ofItem($schema, $i), $isFull, $depth + 1);
+        }
+        return $list;
     }
 
     private function object(array $schema, bool $isFull, int $depth): array
@@ -85,12 +87,22 @@ final class SchemaSample
         if (!isset($schema['properties']) && is_array($schema['additionalProperties'] ?? null)) {
             $object['key'] = $this->value($schema['additionalProperties'], $isFull, $depth + 1);
         }
-        foreach ($schema['allOf'] ?? [] as $part) {
-            foreach ($this->rules->fits($object, $part) ? [] : $part['anyOf'] ?? [] as $choice) {
-                if (!isset($choice['not'])) {
-                    $object = $this->completed($object, $schema, $choice, $depth);
-                    break;
-                }
+        // What one choice adds may ask for another.
+        for ($rounds = count($schema['allOf'] ?? []); $rounds > 0; $rounds--) {
+            foreach ($schema['allOf'] as $part) {
+                $object = $this->settled($object, $schema, $part, $depth);
+            }
+        }
+        return $object;
+    }
+
+    /** With what makes one of the choices of a part come true. */
+    private function settled(array $object, array $schema, array|bool $part, int $depth): array
+    {
+        foreach ($this->rules->fits($object, $part) ? [] : $part['anyOf'] ?? [] as $choice) {
+            $completed = $this->completed($object, $schema, (array) $choice, $depth);
+            if ($this->rules->fits($completed, $part)) {
+                return $completed;
             }
         }
         return $object;
@@ -103,8 +115,11 @@ final class SchemaSample
             return $value;
         }
         $schema = $this->whole($schema);
+        while (isset($part['minItems']) && array_is_list($value) && count($value) < $part['minItems']) {
+            $value[] = $this->value(Schema::ofItem($schema, count($value)), false, $depth + 1);
+        }
         foreach (array_is_list($value) ? array_keys($value) : [] as $i) {
-            $value[$i] = $this->completed($value[$i], (array) ($schema['items'] ?? []), (array) ($part['items'] ?? []), $depth + 1);
+            $value[$i] = $this->completed($value[$i], (array) Schema::ofItem($schema, $i), (array) Schema::ofItem($part, $i), $depth + 1);
         }
         foreach ($part['required'] ?? [] as $key) {
             $value[$key] ??= $this->value($schema['properties'][$key] ?? true, false, $depth + 1);

@@ -110,7 +110,7 @@ final class Collector
             }
         }
         if ($node->tag->fallback === null) {
-            $this->demand($paths, $scope, $place);
+            $paths && $this->demand($paths, $scope, $place);
         } else {
             foreach ($paths as $path) {
                 $this->top->at($path)->isBare = true;
@@ -151,44 +151,64 @@ final class Collector
      */
     private function demand(array $paths, Scope $scope, string $place): void
     {
+        $paths = array_values(array_unique($paths, SORT_REGULAR));
+        $guards = [];
         foreach ($paths as $path) {
             $this->note($path, $place);
-            $covered = max([0, ...array_map(static fn(Guard $guard): int => $guard->covers($path), $scope->guards)]);
             $first = self::behindElement($path);
-            for ($i = max($covered, $first); $i < count($path); $i++) {
+            for ($i = max(self::covered($path, $scope->guards), $first - 1, 0); $i < count($path); $i++) {
                 $this->top->at(array_slice($path, 0, $i + 1))->isBare = true;
             }
+            $ofPath = $scope->guardsOf($path);
+            $guards = count($ofPath) > count($guards) ? $ofPath : $guards;
+            if (self::covered($path, $guards) === count($path)) {
+                return;
+            }
         }
-        if (!$paths) {
+        $foreign = array_filter($guards, static fn(Guard $guard): bool => $guard->covers($paths[0]) === 0);
+        if (count($paths) > 1 || $foreign) {
+            $this->demandAtTimes($paths, $guards);
             return;
         }
-        $guards = array_merge(...array_map($scope->guardsOf(...), $paths));
-        $foreign = array_values(array_filter($guards, static fn(Guard $guard): bool =>
-            array_filter($paths, static fn(array $path): bool => $guard->covers($path) > 0) === []));
-        if (count($paths) === 1 && !$foreign) {
-            $this->require($paths[0], max([0, ...array_map(static fn($guard) => $guard->covers($paths[0]), $guards)]));
-            return;
-        }
-        $isCovered = count($paths) > 1 && count($foreign) < count($guards);
-        $firsts = array_map(self::behindElement(...), [...$paths, ...array_map(static fn($guard) => $guard->path ?? [], $foreign)]);
-        $start = min($firsts);
-        $isKnown = array_filter($foreign, static fn($guard): bool =>
-            $guard->path === null || self::behindElement($guard->path) > $start) === [];
-        $isOne = count(array_unique(array_map(static fn($path) => implode("\1", array_slice($path, 0, $start)), $paths))) === 1;
-        // What no schema can say is left open.
-        if ($isKnown && $isOne && !$isCovered) {
-            $alternatives = array_map(static fn(array $path): array => array_slice($path, $start), $paths);
-            $rule = new Rule($alternatives, array_map(static fn(Guard $guard): Guard => $guard->from($start), $foreign));
-            $this->top->at(array_slice($paths[0], 0, $start))->rules[serialize($rule)] = $rule;
+        for ($i = max(self::covered($paths[0], $guards), self::behindElement($paths[0])); $i < count($paths[0]); $i++) {
+            $this->top->at(array_slice($paths[0], 0, $i + 1))->isRequired = true;
         }
     }
 
-    /** @param list<string> $path of which so many steps are there for sure */
-    private function require(array $path, int $covered): void
+    /**
+     * That one of these has to be there when the sections around it are shown. A section that no schema can ask about
+     * counts as shown; only what a key decides for one element alone is left open.
+     *
+     * @param non-empty-list<list<string>> $paths
+     * @param list<Guard> $guards
+     */
+    private function demandAtTimes(array $paths, array $guards): void
     {
-        for ($i = max($covered, self::behindElement($path)); $i < count($path); $i++) {
-            $this->top->at(array_slice($path, 0, $i + 1))->isRequired = true;
+        $starts = array_map(self::behindElement(...), $paths);
+        $isByKey = array_filter($guards, static fn(Guard $guard): bool => $guard->path === null) !== [];
+        $levels = array_map(static fn(Guard $guard): int => self::behindElement($guard->path ?? []), $guards);
+        // All is said in one place: of the questions, those count that are asked there.
+        $start = max([0, ...array_filter($levels, static fn(int $level): bool => $level <= min($starts))]);
+        $start = $guards ? $start : min($starts);
+        $asked = array_filter($guards, static fn(Guard $guard): bool => $guard->path !== null
+            && self::behindElement($guard->path) === $start);
+        $common = array_slice($paths[0], 0, $start);
+        $isApart = array_filter($paths, static fn(array $path): bool => array_slice($path, 0, $start) !== $common) !== []
+            || array_filter($asked, static fn(Guard $guard): bool => array_slice($guard->path, 0, $start) !== $common) !== [];
+        if ($isApart || ($isByKey && max($starts) > 0)) {
+            return;
         }
+        $rule = new Rule(
+            array_map(static fn(array $path): array => array_slice($path, $start), $paths),
+            array_values(array_map(static fn(Guard $guard): Guard => $guard->from($start), $asked))
+        );
+        $this->top->at($common)->rules[serialize($rule)] = $rule;
+    }
+
+    /** How many steps of a path are there for sure. @param list<Guard> $guards */
+    private static function covered(array $path, array $guards): int
+    {
+        return max([0, ...array_map(static fn(Guard $guard): int => $guard->covers($path), $guards)]);
     }
 
     /** The number of steps up to the last element. */

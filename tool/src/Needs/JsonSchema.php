@@ -9,6 +9,7 @@ final class JsonSchema
     private const FALSE = [null, false, 0, '', '0', []];
     private const SCALAR = ['string', 'number', 'boolean', 'null'];
 
+    /** To be written as JSON. */
     public static function make(Need $top, string $page): array
     {
         return [
@@ -67,9 +68,7 @@ final class JsonSchema
         foreach ($need->rules as $rule) {
             $schema['allOf'][] = self::rule($rule);
         }
-        if (!$schema['properties']) {
-            unset($schema['properties']);
-        }
+        $schema['properties'] = (object) $schema['properties'];
         return $schema;
     }
 
@@ -81,11 +80,23 @@ final class JsonSchema
         if ($element) {
             $schema += ['items' => $element, 'additionalProperties' => $element];
         }
-        foreach ($need->children as $index => $child) {
-            if ($child->isRequired) {
-                $schema['minItems'] = max($schema['minItems'] ?? 0, $index + 1);
-                $schema['required'][] = (string) $index;
-            }
+        if (!$need->children) {
+            return $schema;
+        }
+        // Some elements have a need of their own.
+        $indexes = array_keys($need->children);
+        $own = static fn(int $index): array => isset($need->children[$index])
+            ? ($element ? ['allOf' => [$element, self::schema($need->children[$index])]] : self::schema($need->children[$index]))
+            : $element;
+        $schema['items'] = array_map(static fn(int $index): object => (object) $own($index), range(0, max($indexes)));
+        $schema['properties'] = (object) array_combine($indexes, array_map(static fn($index) => (object) $own($index), $indexes));
+        if ($element) {
+            $schema['additionalItems'] = $element;
+        }
+        $required = array_filter($need->children, static fn(Need $child): bool => $child->isRequired);
+        if ($required) {
+            $schema['minItems'] = max(array_keys($required)) + 1;
+            $schema['required'] = array_map(strval(...), array_keys($required));
         }
         return $schema;
     }
@@ -114,7 +125,10 @@ final class JsonSchema
     private static function holds(array $path, array $asked): array
     {
         foreach (array_reverse($path) as $step) {
-            $asked = ['type' => 'object', 'required' => [(string) $step], 'properties' => [$step => $asked]];
+            $object = ['type' => 'object', 'required' => [(string) $step], 'properties' => (object) [$step => (object) $asked]];
+            $asked = self::isIndex($step)
+                ? ['anyOf' => [$object, ['type' => 'array'] + self::indexed((int) $step, $asked)]]
+                : $object;
         }
         return $asked;
     }
@@ -126,9 +140,23 @@ final class JsonSchema
             if ($step === Need::ELEMENT) {
                 $schema = $schema ? ['items' => $schema, 'additionalProperties' => $schema] : [];
             } else {
-                $schema = ['required' => [(string) $step]] + ($schema ? ['properties' => [$step => $schema]] : []);
+                $properties = $schema ? ['properties' => (object) [$step => $schema]] : [];
+                $index = self::isIndex($step) ? self::indexed((int) $step, $schema) : [];
+                $schema = ['required' => [(string) $step]] + $properties + $index;
             }
         }
         return $schema;
+    }
+
+    private static function isIndex(string $step): bool
+    {
+        return (string) (int) $step === $step && (int) $step >= 0;
+    }
+
+    /** A list with this element. */
+    private static function indexed(int $index, array $element): array
+    {
+        $any = array_fill(0, $index, (object) []);
+        return ['minItems' => $index + 1] + ($element ? ['items' => [...$any, (object) $element]] : []);
     }
 }

@@ -66,6 +66,10 @@ final class Need
     {
         $this->rules = array_filter($this->rules, fn(Rule $rule): bool =>
             array_filter($rule->alternatives, $this->isThere(...)) === []);
+        // What only numbers lead into is a list.
+        if ($this->children && array_filter(array_keys($this->children), static fn($key): bool => !is_int($key) || $key < 0) === []) {
+            $this->element ??= new self();
+        }
         // A loop over a map walks its element "num".
         $keys = array_filter(array_keys($this->children), is_string(...));
         if ($this->element && $keys) {

@@ -39,7 +39,8 @@ final class Outline
             $need->isString => 'string',
             $need->isText => 'text',
             $need->compared !== [] => 'text',
-            default => 'flag',
+            $need->isFlag => 'flag',
+            default => null,
         };
         if ($need->isFlag && $kind !== 'flag') {
             $notes[] = 'shown when true';
@@ -49,6 +50,10 @@ final class Outline
                 $texts = array_map(static fn($text): string => "\"$text\"", array_keys($need->$property));
                 $notes[] = "$words " . implode(', ', $texts);
             }
+        }
+        if ($kind === null) {
+            // An element of which only the key is wanted, or how many there are.
+            return;
         }
         $places = array_keys($need->places);
         $rows[$path] = [$kind, implode(', ', array_slice($places, 0, 2)) . (count($places) > 2 ? ' …' : ''), $notes];

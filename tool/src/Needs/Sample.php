@@ -42,7 +42,12 @@ final class Sample
         $keys = array_pad(array_slice(array_keys($need->keys), 0, $count), $count, null);
         $isMap = $need->isMap() === true;
         foreach ($keys as $round => $name) {
-            $list[$isMap ? $name ?? $round : $round] = self::value($need->element, preg_replace('/s\z/', '', $key), $round);
+            $element = self::value($need->element, preg_replace('/s\z/', '', $key), $round);
+            if (isset($need->children[$round])) {
+                $own = self::value($need->children[$round], $key, 0);
+                $element = is_array($own) && is_array($element) ? array_replace_recursive($element, $own) : $own;
+            }
+            $list[$isMap ? $name ?? $round : $round] = $element;
         }
         return $list;
     }
