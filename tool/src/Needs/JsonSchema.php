@@ -30,7 +30,7 @@ final class JsonSchema
             default => [],
         };
         if (!$need->isBare && isset($schema['type']) && ($need->isFlag || $need->children || $need->element)) {
-            $other = $need->isFlag ? ['enum' => self::FALSE] : ['type' => self::SCALAR];
+            $other = $need->isFlag ? ['enum' => self::FALSE] : ['type' => $need->element ? self::SCALAR : [...self::SCALAR, 'array']];
             $schema = ['anyOf' => [$schema, $other]];
         }
         $note = self::note($need);

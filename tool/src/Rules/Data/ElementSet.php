@@ -87,6 +87,8 @@ final class ElementSet
 
     private static function at(array $array, int|string $key): mixed
     {
+        // As PHP itself does, but for the reflection.
+        $key = array_key_first([$key => true]);
         // No path leads through a PHP reference: what it holds can be printed only.
         return is_array($array[$key]) && \ReflectionReference::fromArrayElement($array, $key) !== null
             ? new Closed()
