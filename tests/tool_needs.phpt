@@ -248,3 +248,8 @@ echo fits($schema, json_decode(file_get_contents("$shop/sample.json"), true)) ? 
 echo tool('check -p ' . escapeshellarg("$shop/template.json"))[1];
 ?>
 --EXPECT--
+22 rows
+what fits is enough
+the manual's examples fit
+so does the shop's data
+No findings in 1 template.

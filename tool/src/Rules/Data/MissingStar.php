@@ -58,7 +58,7 @@ final class MissingStar implements ViewRule
             }
         }
         foreach ($node->tag->references as $reference) {
-            foreach ($reference->isPath() ? self::candidates($reference, $reach->names()) : [] as $right) {
+            foreach ($reference->isPath() && $reference->text !== '' ? self::candidates($reference, $reach->names()) : [] as $right) {
                 if ($reach->values(new Reference($right, 0))[1]) {
                     return [$reference, $right];
                 }
