@@ -1,6 +1,6 @@
 #!/bin/bash
 # try.sh PACKAGES MANUAL tries the packages of a folder on a bare Debian, as root: installs them, asks for a page as
-# MANUAL/deployment.md shows it, upgrades, purges. Prints a line for each step: TRIED, its name and, when there is one, its
+# MANUAL/deployment.md shows it, upgrades, purges; then installs from the sources as it is told there. Prints a line for each step: TRIED, its name and, when there is one, its
 # fault, parted by tabs. It changes the machine that it runs on.
 set -u
 packages=$1 manual=$2
@@ -92,6 +92,13 @@ purge() {
     [[ ! $left ]] || { echo "left behind: $left" && return 1; }
 }
 
+# The manual's commands for the sources, less the suite, which has run, and services, which there are none of here.
+sources() {
+    git -C "$manual/.." checkout-index -a --prefix=/srv/source/ && cd /srv/source || return
+    { echo 'set -e' && block sh phpize && block sh phpenmod; } | sed "/^make test/d; /^systemctl/d; s/8\.2/$version/g" >../commands
+    grep -q phpenmod ../commands && bash ../commands && render
+}
+
 # Services are started here, by hand.
 printf '#!/bin/sh\nexit 101\n' >/usr/sbin/policy-rc.d
 chmod +x /usr/sbin/policy-rc.d
@@ -102,4 +109,5 @@ tried 'a page through php-fpm and nginx' page
 tried 'the tool' check
 tried 'an upgrade keeps phpdismod' keep_off
 tried purge purge
+tried 'from the sources' sources
 printf 'TRIED\tall\n'
