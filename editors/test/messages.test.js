@@ -3,7 +3,7 @@ const assert = require('node:assert');
 const fs = require('node:fs');
 const path = require('node:path');
 const { pathToFileURL } = require('node:url');
-const { after, before, test } = require('node:test');
+const { before, test } = require('node:test');
 const { Client, marked, range } = require('./client');
 
 const files = {
@@ -29,7 +29,6 @@ let client;
 before(async () => {
     client = await Client.start(files, capabilities);
 });
-after(() => client.stop());
 
 let number = 0;
 
