@@ -7,7 +7,9 @@ const { before, test } = require('node:test');
 const { Client, marked, range } = require('./client');
 
 const files = {
-    'template.json': JSON.stringify({ pages: ['pages'], includePath: ['pages', '.'], data: { 'pages/*': 'data.json' } }),
+    'template.json': JSON.stringify({
+        pages: ['pages'], includePath: ['pages', '.'], data: { 'pages/*': 'data.json' },
+    }),
     'data.json': JSON.stringify({
         title: 'Tea & more',
         user: { name: 'Ann', 'full name': 'no' },
@@ -243,6 +245,24 @@ test('code actions mend, turn off and leave alone', async () => {
         + files['template.json'].slice(edit.range.end.character));
     assert.deepEqual(settings, { ...JSON.parse(files['template.json']), warnings: { 'blank-at-comma': 'off' } });
     assert.deepEqual(await actions('{title}|'), []);
+});
+
+test('an unsaved text without a file is a page as well; what is not escaped can be, or be vouched for', async () => {
+    const other = await Client.start({ 'part.tpl': '{title}', 'template.json': '{"security": true}' });
+    const uri = 'untitled:Untitled-1';
+    const textDocument = { uri, languageId: 'template', version: 1, text: '{include part.tpl}{/dynamic}{title}' };
+    await other.notify('textDocument/didOpen', { textDocument });
+    assert.equal((await other.findings('part.tpl')).length, 1);
+    assert.deepEqual(other.diagnostics.get(uri).diagnostics.map(each => range(each.range)), ['0:18-0:28', '0:28-0:35']);
+    const found = await other.connection.sendRequest('textDocument/codeAction', {
+        textDocument, range: { start: { line: 0, character: 30 }, end: { line: 0, character: 30 } }, context: { diagnostics: [] },
+    });
+    assert.deepEqual(found.map(({ title, edit }) => [title, Object.values(edit.changes)[0][0].newText.trim().slice(0, 28)]), [
+        ['Escape with "htmlspecialchars"', '{htmlspecialchars title}'],
+        ['Vouch for this value', '{optional}vouched{/optional}'],
+        ['Turn off "unescaped-value" in template.json', '"warnings": {\n        "unesc'],
+    ]);
+    assert.equal(await other.stop(), 0);
 });
 
 test('a request can be called off; an unknown one, or one about nothing, is an error', async () => {

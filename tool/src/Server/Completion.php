@@ -141,13 +141,14 @@ final class Completion
         return array_values($items);
     }
 
-    /** @return array<string, bool> the names in a folder that can be part of a template's, and whether it is a folder */
+    /** @return array<string, bool> names in a folder that can be part of a template's, and whether it is a folder */
     private function entries(string $folder): array
     {
         $entries = [];
         foreach (@scandir($folder) ?: [] as $entry) {
             $isFolder = is_dir("$folder/$entry");
-            if ($entry[0] !== '.' && strpbrk($entry, '{}') === false && ($isFolder || $this->place->folder->isTemplate($entry))) {
+            $isWanted = $isFolder || $this->place->folder->isTemplate($entry);
+            if ($isWanted && $entry[0] !== '.' && strpbrk($entry, '{}') === false) {
                 $entries[$entry] = $isFolder;
             }
         }
@@ -208,7 +209,8 @@ final class Completion
                 // At the top of the data no integer is ever found, and what can't stand in a tag can't be offered.
                 $isReachable = $owner !== '' || is_string($key);
                 if ($isReachable && !preg_match('/[{}\s\']|::|^$/', (string) $key) && count($items) < self::MOST) {
-                    $items[$key] ??= $this->item((string) $key, self::FIELD, (string) $key, "1$key", '', Sample::text($inside));
+                    $detail = Sample::text($inside);
+                    $items[$key] ??= $this->item("$key", self::FIELD, "$key", "1$key", '', $detail);
                 }
             }
         }

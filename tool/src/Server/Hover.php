@@ -24,7 +24,7 @@ final class Hover
         $usages = new Usages($this->workspace, $place->folder);
         $parts = [match ($spot->part) {
             Spot::KEYWORD => Keywords::texts()[$spot->node->tag->kind->value] ?? '',
-            Spot::END => 'Closes ' . $this->code($spot->node->tag->source) . ' of ' . $this->line($place, $spot->node->offset) . '.',
+            Spot::END => $this->end($place, $spot),
             Spot::FILE => $this->file($place, $usages->targets($spot->document, $spot->node)),
             Spot::NAME, Spot::LOOP => $this->loops($usages, $spot),
             Spot::STAR, Spot::INDEX => $this->value($place, $usages, $spot),
@@ -55,7 +55,7 @@ final class Hover
     {
         $root = rtrim($place->folder->path, '/') . '/';
         $names = array_map(
-            fn(string $path): string => $this->code(str_starts_with($path, $root) ? substr($path, strlen($root)) : $path),
+            fn(string $path): string => $this->code(preg_replace('~^' . preg_quote($root, '~') . '~', '', $path)),
             $targets
         );
         return $names ? 'Includes ' . implode(', ', $names) . '.' : 'There is no such file in the include path.';
@@ -105,9 +105,10 @@ final class Hover
         return implode("\n\n", array_unique($lines));
     }
 
-    private function line(Place $place, int $offset): string
+    private function end(Place $place, Spot $spot): string
     {
-        return 'line ' . $place->document->source->position($offset)[0];
+        [$line] = $place->document->source->position($spot->node->offset);
+        return 'Closes ' . $this->code($spot->node->tag->source) . " of line $line.";
     }
 
     private function code(string $text): string

@@ -10,11 +10,12 @@ final class Keywords
     /** By keyword: what the tag does, in Markdown. @return array<string, string> */
     public static function texts(): array
     {
-        $escaping = 'Prints a value as PHP\'s `%s` does. Takes one reference; a value that doesn\'t exist prints nothing. %s';
+        $escaping = 'Prints a value as PHP\'s `%s` does. Takes one reference; where it finds nothing, prints'
+            . ' nothing. %s';
         return [
             'include' => 'Puts another template here. The name is looked up in the include path; data may hold it.',
-            'optional' => 'Shows what follows, up to `{/optional}`, when the value exists and is true, or, with a second'
-                . ' word, when it equals that.',
+            'optional' => 'Shows what follows, up to `{/optional}`, when the value exists and is true, or, with a'
+                . ' second word, when it equals that.',
             '!optional' => 'Shows what follows, up to `{/optional}`, when `{optional}` wouldn\'t.',
             'dynamic' => 'Repeats what follows, up to `{/dynamic}`, for each element of an array. `*` is the element,'
                 . ' `[*]` its key; with a name, as in `{dynamic row,rows}`, also `row::*` and `row::[*]`.',

@@ -17,7 +17,7 @@ final class Navigation
     {
     }
 
-    /** Of an include tag the file, of names and stars the loop, of a closing tag the opening one, and the other way round. */
+    /** Of an include tag the file, of names and stars the loop, of one tag of a block the other. */
     public function definition(array $parameters): array
     {
         [$place, $spot] = $this->spot($parameters);
@@ -55,7 +55,8 @@ final class Navigation
             $node = $spot->node;
             $ranges = [$this->opening($source, $node)];
             $node->end === null || $ranges[] = $this->closing($source, $node);
-            return array_map(static fn(array $each): array => ['range' => $each['range'], 'kind' => self::TEXT], $ranges);
+            $kind = ['kind' => self::TEXT];
+            return array_map(static fn(array $each): array => ['range' => $each['range']] + $kind, $ranges);
         }
         $found = [];
         foreach ($spot ? $this->same($place, $spot, $place->path) : [] as $each) {
@@ -67,7 +68,7 @@ final class Navigation
     public function prepareRename(array $parameters): ?array
     {
         [$place, $spot] = $this->spot($parameters);
-        if ($spot === null || !$this->usages($place)->loops($spot) || !in_array($spot->part, [Spot::NAME, Spot::LOOP], true)) {
+        if (!$this->isName($spot) || !$this->usages($place)->loops($spot)) {
             throw new ResponseError(ResponseError::FAILED, 'only the names of loops can be changed');
         }
         return $this->location($spot)['range'];
@@ -79,11 +80,11 @@ final class Navigation
         [$place, $spot] = $this->spot($parameters, true);
         $name = (string) $parameters['newName'];
         $usages = $this->usages($place);
-        $loops = $spot && in_array($spot->part, [Spot::NAME, Spot::LOOP], true) ? $usages->loops($spot) : [];
+        $loops = $this->isName($spot) ? $usages->loops($spot) : [];
         if (!$loops) {
             throw new ResponseError(ResponseError::FAILED, 'only the names of loops can be changed');
         }
-        if ((new Reference("$name::*", 0))->namespace !== $name || !$this->isName($name)) {
+        if ((new Reference("$name::*", 0))->namespace !== $name || !$this->canBeName($name)) {
             throw new ResponseError(ResponseError::FAILED, "\"$name\" can't be the name of a loop");
         }
         // What is used here may be used in other pages as well, inside other loops of this name.
@@ -107,7 +108,7 @@ final class Navigation
         return ['changes' => $changes ?: new \stdClass()];
     }
 
-    /** @return array{Place, ?Spot} what the parameters of a request point at. $everywhere: the project has to be known */
+    /** What a request points at. $everywhere: the project has to be known. @return array{Place, ?Spot} */
     private function spot(array $parameters, bool $everywhere = false): array
     {
         $place = $this->workspace->place($parameters);
@@ -147,7 +148,12 @@ final class Navigation
         }
     }
 
-    private function isName(string $name): bool
+    private function isName(?Spot $spot): bool
+    {
+        return $spot?->part === Spot::NAME || $spot?->part === Spot::LOOP;
+    }
+
+    private function canBeName(string $name): bool
     {
         return strpbrk($name, "{},' \t\n\r\v\f") === false
             && (new Engine())->complaint("{dynamic $name,x}{{$name}::*}{/dynamic}") === null;

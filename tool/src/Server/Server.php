@@ -133,7 +133,8 @@ final class Server
         if (!is_string($method)) {
             // Answers to what this side has asked need no reaction.
             if (!array_key_exists('result', $message) && !array_key_exists('error', $message)) {
-                $this->refuse(self::isId($id) ? $id : null, new ResponseError(ResponseError::INVALID_REQUEST, 'no method'));
+                $error = new ResponseError(ResponseError::INVALID_REQUEST, 'no method');
+                $this->refuse(self::isId($id) ? $id : null, $error);
             }
             return;
         }

@@ -151,7 +151,7 @@ final class Session
         $this->filesChanged([]);
     }
 
-    /** Reads a project for the first time; a message that comes interrupts it, and the next time it goes on from there. */
+    /** Reads a project for the first time; a message interrupts it, and the next time it goes on from there. */
     private function read(Folder $folder): void
     {
         $progress = null;

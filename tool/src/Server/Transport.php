@@ -69,7 +69,8 @@ final class Transport
         $read = [$this->input];
         $none = null;
         $seconds = $left === null ? null : (int) $left;
-        $ready = @stream_select($read, $none, $none, $seconds, $left === null ? null : (int) (($left - $seconds) * 1e6));
+        $micros = $left === null ? null : (int) (($left - $seconds) * 1e6);
+        $ready = @stream_select($read, $none, $none, $seconds, $micros);
         if (!$ready) {
             // A signal interrupts the wait.
             return $ready === false && ($until === null || microtime(true) < $until);

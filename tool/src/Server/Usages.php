@@ -36,7 +36,7 @@ final class Usages
         );
     }
 
-    /** The loops that the star of a reference, or the name in front of it, stands for. @return array<string, Loop> by key */
+    /** The loops that a star, or the name in front of it, stands for. @return array<string, Loop> by key */
     public function loops(Spot $spot): array
     {
         if ($spot->part === Spot::NAME) {
@@ -117,7 +117,8 @@ final class Usages
             $document = $this->mentions($path, $wanted) ? $this->document($path) : null;
             foreach ($document->nodes ?? [] as $node) {
                 foreach (Spot::parts($document, $node) as $spot) {
-                    if ($spot->part === Spot::INDEX && array_intersect($this->keys($this->paths($spot)), $this->keys($wanted))) {
+                    $keys = $spot->part === Spot::INDEX ? $this->keys($this->paths($spot)) : [];
+                    if (array_intersect($keys, $this->keys($wanted))) {
                         yield $spot;
                     }
                 }
