@@ -112,7 +112,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* pBytes, size_t nBytes) {
 		zval aArguments[2], phpWrong;
 		ZVAL_STRINGL(&aArguments[0], reinterpret_cast<const char*>(pBytes), nBytes);
 		ZVAL_TRUE(&aArguments[1]);
-		zend_function* oCheck = static_cast<zend_function*>(zend_hash_str_find_ptr(EG(function_table), ZEND_STRL("check")));
+		zend_function* oCheck =
+			static_cast<zend_function*>(zend_hash_str_find_ptr(EG(function_table), ZEND_STRL("check")));
 		zend_call_known_function(oCheck, nullptr, nullptr, &phpWrong, 2, aArguments, nullptr);
 		zval_ptr_dtor(&aArguments[0]);
 		if (EG(exception)) {

@@ -18,8 +18,8 @@ const zval* Template::findVariable(const Index* oIndex, const zval* phpVarRoot) 
 		return phpVarRoot;
 	}
 	for (;;) {
-		const zval* phpFound = oIndex->sKey ? call.php.hashFind(*oIndex, phpVarRoot)
-											: call.php.hashIndexFind(oIndex->nIndex, phpVarRoot);
+		const zval* phpFound =
+			oIndex->sKey ? call.php.hashFind(*oIndex, phpVarRoot) : call.php.hashIndexFind(oIndex->nIndex, phpVarRoot);
 		oIndex = oIndex->oNext;
 		if (!oIndex || !phpFound) {
 			return phpFound;

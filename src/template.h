@@ -56,7 +56,8 @@ private:
 
 	/// Throws the message made of `listParts`, " in " and this template's name.
 	[[noreturn]] void fail(std::initializer_list<std::string_view> listParts) const;
-	[[noreturn]] void throwMessage(std::initializer_list<std::string_view> listParts, std::string_view sBeforeName) const;
+	[[noreturn]] void throwMessage(std::initializer_list<std::string_view> listParts,
+								   std::string_view sBeforeName) const;
 	[[noreturn]] void failReference(ReferenceError eError, std::string_view sArgument) const;
 	/// Ends the call when the stack is nearly used up.
 	void checkStack() {

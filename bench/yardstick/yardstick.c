@@ -4,19 +4,17 @@
 #include <valgrind/callgrind.h>
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_yardstick_read, 0, 0, 2)
-	ZEND_ARG_TYPE_INFO(0, names, IS_ARRAY, 0)
-	ZEND_ARG_TYPE_INFO(0, scan, _IS_BOOL, 0)
+ZEND_ARG_TYPE_INFO(0, names, IS_ARRAY, 0)
+ZEND_ARG_TYPE_INFO(0, scan, _IS_BOOL, 0)
 ZEND_END_ARG_INFO()
 
 ZEND_BEGIN_ARG_INFO_EX(arginfo_yardstick_count, 0, 0, 1)
-	ZEND_ARG_TYPE_INFO(0, label, IS_STRING, 0)
+ZEND_ARG_TYPE_INFO(0, label, IS_STRING, 0)
 ZEND_END_ARG_INFO()
 
 /* Counting rather than branching lets the compiler use vector instructions:
  * no search for both braces can be much cheaper. */
-__attribute__((optimize("O3")))
-static zend_long braces(const char *bytes, ssize_t length)
-{
+__attribute__((optimize("O3"))) static zend_long braces(const char* bytes, ssize_t length) {
 	zend_long found = 0;
 	while (length > 0) {
 		unsigned char part = 0;
@@ -33,10 +31,9 @@ static zend_long braces(const char *bytes, ssize_t length)
 
 /* Reads every named file to its end in chunks of 4092 bytes. Returns the number
  * of bytes, or of braces when they are to be looked for; false if one is missing. */
-PHP_FUNCTION(yardstick_read)
-{
-	HashTable *names;
-	zval *name;
+PHP_FUNCTION(yardstick_read) {
+	HashTable* names;
+	zval* name;
 	bool scan;
 	zend_long sum = 0;
 	char buffer[4096];
@@ -47,7 +44,7 @@ PHP_FUNCTION(yardstick_read)
 	ZEND_PARSE_PARAMETERS_END();
 
 	ZEND_HASH_FOREACH_VAL(names, name) {
-		php_stream *stream = php_stream_open_wrapper_ex(Z_STRVAL_P(name), "rb", USE_PATH, NULL, NULL);
+		php_stream* stream = php_stream_open_wrapper_ex(Z_STRVAL_P(name), "rb", USE_PATH, NULL, NULL);
 		if (!stream) {
 			RETURN_FALSE;
 		}
@@ -56,14 +53,14 @@ PHP_FUNCTION(yardstick_read)
 			sum += scan ? braces(buffer, got) : got;
 		}
 		php_stream_close(stream);
-	} ZEND_HASH_FOREACH_END();
+	}
+	ZEND_HASH_FOREACH_END();
 	RETURN_LONG(sum);
 }
 
 /* Under callgrind: writes the instructions counted since the last call, under a label. */
-PHP_FUNCTION(yardstick_count)
-{
-	char *label;
+PHP_FUNCTION(yardstick_count) {
+	char* label;
 	size_t length;
 
 	ZEND_PARSE_PARAMETERS_START(1, 1)
@@ -72,14 +69,10 @@ PHP_FUNCTION(yardstick_count)
 	CALLGRIND_DUMP_STATS_AT(label);
 }
 
-static const zend_function_entry functions[] = {
-	PHP_FE(yardstick_read, arginfo_yardstick_read)
-	PHP_FE(yardstick_count, arginfo_yardstick_count)
-	PHP_FE_END
-};
+static const zend_function_entry functions[] = {PHP_FE(yardstick_read, arginfo_yardstick_read)
+													PHP_FE(yardstick_count, arginfo_yardstick_count) PHP_FE_END};
 
 zend_module_entry yardstick_module_entry = {
-	STANDARD_MODULE_HEADER, "yardstick", functions, NULL, NULL, NULL, NULL, NULL, "1", STANDARD_MODULE_PROPERTIES
-};
+	STANDARD_MODULE_HEADER, "yardstick", functions, NULL, NULL, NULL, NULL, NULL, "1", STANDARD_MODULE_PROPERTIES};
 
 ZEND_GET_MODULE(yardstick)

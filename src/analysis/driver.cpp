@@ -97,7 +97,8 @@ void Template::storeBlock(BlockList& subBlockList, Block* oBlock) {
 	Block* oLast = subBlockList.last();
 	subBlockList.append(oBlock);
 	// What follows an optional section follows its body as well.
-	while (oLast && oLast->getFamily() == BlockFamily::OPTIONAL && (oLast = static_cast<OptionalBlock*>(oLast)->listSubBlocks.last())) {
+	while (oLast && oLast->getFamily() == BlockFamily::OPTIONAL &&
+		   (oLast = static_cast<OptionalBlock*>(oLast)->listSubBlocks.last())) {
 		oLast->oNext = oBlock;
 	}
 }

@@ -164,8 +164,8 @@ void Template::analyzeVariableTag(BlockList& subBlockList, std::string_view sArg
 		if (oTag.sText) {
 			sText = call.oArena.copy(*oTag.sText);
 		}
-		storeBlock(subBlockList, call.oArena.make<MultiVariableBlock>(oDynamic, listVariables, sText,
-																	  call.oArena.copy(sArgument)));
+		storeBlock(subBlockList,
+				   call.oArena.make<MultiVariableBlock>(oDynamic, listVariables, sText, call.oArena.copy(sArgument)));
 		return;
 	}
 	if (oTag.sText) {

@@ -55,8 +55,7 @@ void appendMade(TextBuffer& sOutput, zend_string* sMade) {
 }
 
 std::string_view escapedPart(const zend_string* sText, EscapeTime eTime) {
-	return eTime == EscapeTime::RENDER ? byte_scan::upToNul(sText)
-									   : std::string_view(ZSTR_VAL(sText), ZSTR_LEN(sText));
+	return eTime == EscapeTime::RENDER ? byte_scan::upToNul(sText) : std::string_view(ZSTR_VAL(sText), ZSTR_LEN(sText));
 }
 
 void appendAddslashes(TextBuffer& sOutput, const zend_string* sText, EscapeTime eTime) {
@@ -116,8 +115,9 @@ void appendHtml(TextBuffer& sOutput, const zend_string* sText, bool bAll, Escape
 		return;
 	}
 	std::string_view sPart = escapedPart(sText, eTime);
-	appendMade(sOutput, php_escape_html_entities(reinterpret_cast<const unsigned char*>(sPart.data()), sPart.size(), bAll,
-												 ENT_COMPAT, eTime == EscapeTime::RENDER ? "ISO-8859-1" : nullptr));
+	appendMade(sOutput,
+			   php_escape_html_entities(reinterpret_cast<const unsigned char*>(sPart.data()), sPart.size(), bAll,
+										ENT_COMPAT, eTime == EscapeTime::RENDER ? "ISO-8859-1" : nullptr));
 }
 
 } // namespace

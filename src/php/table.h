@@ -43,7 +43,8 @@ inline TableElement keyedElementAt(const HashTable* oTable, uint32_t nSlot) {
 
 /// The same for any table.
 inline TableElement elementAt(const HashTable* oTable, uint32_t nSlot) {
-	return isPacked(oTable) ? TableElement{packedValueAt(oTable, nSlot), nullptr, nSlot} : keyedElementAt(oTable, nSlot);
+	return isPacked(oTable) ? TableElement{packedValueAt(oTable, nSlot), nullptr, nSlot}
+							: keyedElementAt(oTable, nSlot);
 }
 
 /// Where a string key was found last. Rows of one origin keep their keys in the same places.

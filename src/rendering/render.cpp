@@ -64,9 +64,8 @@ void Template::_getResult(const BlockList& subBlockList, ElementWalk* oElements,
 				}
 				case BlockFamily::DYNAMIC:
 					sOutput.appendPadded(sBefore);
-					sOutput.lend([&](TextBuffer& sLent) {
-						_getResultDynamic(static_cast<DynamicBlock&>(*oBlock), sLent);
-					});
+					sOutput.lend(
+						[&](TextBuffer& sLent) { _getResultDynamic(static_cast<DynamicBlock&>(*oBlock), sLent); });
 					break;
 				case BlockFamily::TEXT:
 					sOutput.appendPadded(sBefore);

@@ -44,7 +44,8 @@ constexpr size_t BLOCK_SIZE = 16;
 
 /// Whether the processor has registers for them. (Where it hasn't, the compiler would take the steps apart, which is
 /// slower than to look at one byte after the other.)
-#if (defined(__SSE2__) || defined(__ARM_NEON) || defined(__VEC__) || defined(__wasm_simd128__)) && !defined(TEMPLATE_NO_VECTORS)
+#if (defined(__SSE2__) || defined(__ARM_NEON) || defined(__VEC__) || defined(__wasm_simd128__)) && \
+	!defined(TEMPLATE_NO_VECTORS)
 constexpr bool VECTORS = true;
 #else
 constexpr bool VECTORS = false;

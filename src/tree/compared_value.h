@@ -46,7 +46,7 @@ private:
 	std::string_view sValue;
 	std::string_view sStripped; ///< without the quotes
 	zend_long nNumber;          ///< the number with which it begins, else 0
-	size_t nStringLength;       ///< of sStripped; or no string's length, when a zero byte in it keeps it from equalling any
+	size_t nStringLength; ///< of sStripped; or no string's length, when a zero byte in it keeps it from equalling any
 };
 
 /// Whether a value that is compared with none holds. Throws when user code threw.

@@ -21,8 +21,8 @@ enum VARIABLE_TYPE {
 /// One component of a path.
 struct Index {
 	Index* oNext;
-	zend_string* sKey;      ///< the string key, its hash computed; null for an integer key
-	zend_ulong nIndex;      ///< the integer key
+	zend_string* sKey;     ///< the string key, its hash computed; null for an integer key
+	zend_ulong nIndex;     ///< the integer key
 	mutable KeyHint oHint; ///< for a string key
 };
 

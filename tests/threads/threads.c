@@ -81,7 +81,7 @@ int main(int argc, char** argv) {
 	}
 	// By the program's own dlopen: PHP's binds the module's symbols past a sanitizer.
 	void* library = dlopen(argv[1], RTLD_NOW | RTLD_GLOBAL);
-	zend_module_entry* (*get)(void) = library ? (zend_module_entry * (*) (void)) dlsym(library, "get_module") : NULL;
+	zend_module_entry* (*get)(void) = library ? (zend_module_entry * (*) (void) ) dlsym(library, "get_module") : NULL;
 	if (!get) {
 		fprintf(stderr, "threads: %s\n", dlerror());
 		return 2;
