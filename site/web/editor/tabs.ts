@@ -35,7 +35,12 @@ export function showTabs(list: HTMLElement, tabs: Tab[], selected: string, panel
       onSelect(tabs[next].id);
     }
   };
+  const chosen = list.querySelector<HTMLElement>("[aria-selected=true]");
+  if (chosen) {
+    const [start, end] = [chosen.offsetLeft - list.offsetLeft, chosen.offsetLeft - list.offsetLeft + chosen.offsetWidth];
+    list.scrollLeft = Math.max(end - list.clientWidth, Math.min(list.scrollLeft, start));
+  }
   if (hadFocus) {
-    list.querySelector<HTMLElement>("[aria-selected=true]")?.focus();
+    chosen?.focus();
   }
 }

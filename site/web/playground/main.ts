@@ -138,7 +138,7 @@ function showPage(page: string | null): void {
 }
 
 function noPage(): string {
-  return shownPage === null ? "no page" : "no page: this is the last good one";
+  return shownPage === null ? "no page" : "no page; the last one is shown";
 }
 
 function markAll(): void {
