@@ -62,6 +62,7 @@ make_system() {
     debian_base "$suite" || return "$NO_ANSWER"
     rm -rf --one-file-system "$system"
     mkdir -p "$system"
+    # shellcheck disable=SC2154  # debian_base sets it
     tar -C "$system" -xpf "$base"
     main=$(sed -n 's/^deb \([^ ]*\) .*/\1/p' "$system/etc/apt/sources.list" | head -n 1)
     security=$(mirror Debian-Security)

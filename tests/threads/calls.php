@@ -1,4 +1,5 @@
 <?php
+
 // What a request of the test with threads does: calls of every kind. Returns how many, or -1 when one came out wrong.
 
 $folder = __DIR__ . '/templates';
@@ -37,7 +38,11 @@ $calls = [
     fn() => [template('{dynamic rows}{optional *::name ' . $own . '}only{/optional}{/dynamic}', $data, true), 'only'],
     function () use ($own, $data): array {
         $fiber = new Fiber(fn() => template('{dynamic list}{*}{pause}{/dynamic}', ['pause' => 'p',
-            'list' => [new class { public function __toString(): string { return (string) Fiber::suspend(); } }]] + $data, true));
+            'list' => [new class { public function __toString(): string
+            {
+ return (string) Fiber::suspend();
+            }
+            }]] + $data, true));
         $fiber->start();
         $fiber->resume($own);
         return [$fiber->getReturn(), "{$own}p"];
