@@ -37,12 +37,14 @@ $calls = [
     fn() => [template('{dynamic many}{dynamic many}{optional *::0}x{/optional}{/dynamic}{/dynamic}', $data, true), ''],
     fn() => [template('{dynamic rows}{optional *::name ' . $own . '}only{/optional}{/dynamic}', $data, true), 'only'],
     function () use ($own, $data): array {
-        $fiber = new Fiber(fn() => template('{dynamic list}{*}{pause}{/dynamic}', ['pause' => 'p',
-            'list' => [new class { public function __toString(): string
+        $pausing = new class {
+            public function __toString(): string
             {
- return (string) Fiber::suspend();
+                return (string) Fiber::suspend();
             }
-            }]] + $data, true));
+        };
+        $data = ['pause' => 'p', 'list' => [$pausing]] + $data;
+        $fiber = new Fiber(fn() => template('{dynamic list}{*}{pause}{/dynamic}', $data, true));
         $fiber->start();
         $fiber->resume($own);
         return [$fiber->getReturn(), "{$own}p"];
