@@ -30,7 +30,7 @@ $rows = [
         '2:1-10 error Include block bad parameter: no parameter found',
         '3:1-17 error Dynamic block bad parameter \'r::[*]\': [*] is forbidden',
         '3:27-36 error Dynamic block bad parameter \'\': no parameter found',
-        '4:1-12 error basic_string::append',
+        '4:1-12 error basic_string::append ("." is a folder: it can be opened as a file can, but there is no text to read in it)',
     ]],
     'overlap' => ["{optional a}{dynamic b}{/optional}{/dynamic}{/dynamic}", [
         '1:24-35 error Unexpected closing optional tag ({dynamic b} is still open, from line 1, column 13)',

@@ -100,6 +100,37 @@ foreach ($broken as [$json, $place, $what]) {
     }
 }
 echo count($broken), " broken texts\n";
+
+// What can be read only once does in place of a file, in every command.
+exec('mkfifo one two');
+$pipes = static fn(string $one, string $two = ''): Closure => static function () use ($one, $two): void {
+    foreach (['one' => $one, 'two' => $two] as $pipe => $text) {
+        $write = 'printf %s ' . escapeshellarg($text) . " >$pipe";
+        $text === '' || exec('timeout 60 sh -c ' . escapeshellarg($write) . ' >/dev/null 2>&1 &');
+    }
+};
+$has = static fn(string ...$parts): Closure => static fn(string $got): bool =>
+    array_filter($parts, static fn(string $part): bool => !str_contains($got, $part)) === [];
+foreach ([
+    ['render one two', 0, '[x]', '', $pipes('[{a}]', '{"a":"x"}')],
+    ['render page.tpl --data-php one', 0, $has('x'), '', $pipes('<?php return ["a" => "x"];')],
+    ['render one --data-php -', 2, '', $has('template: standard input: ParseError in line 1: '), $pipes('{a}'), '<?php return ['],
+    ['render - -s a=x', 0, '[x]', '', null, '[{a}]'],
+    ['render one -w', 2, '', "template: render --watch: one is read once, and never changes\n", null],
+    ['tree one two', 0, $has("one\n", 'path a: prints "x"'), '', $pipes('{a}', '{"a":"x"}')],
+    ['tree - -f json', 0, $has('"file": "standard input"'), '', null, '{a}'],
+    ['check one two page.tpl', 1, $has('one:1:1: error', 'two:1:2: error', ' in 3 templates'), '', $pipes('{a::}', ' {b::}')],
+    ['check one -d -', 1, $has('[missing-value]'), '', $pipes('{b}'), '{"a": 1}'],
+    ['check page.tpl --data two', 0, $has('No findings'), '', $pipes('', '{"a": 1}')],
+    ['check /dev/zero .', 2, $has('/dev/zero: error: this can\'t be checked: not a plain file'), ''],
+    ['render /dev/zero', 2, '', "template: /dev/zero: not a plain file\n"],
+] as $row) {
+    put(['page.tpl' => '{a}']);
+    isset($row[4]) && $row[4]();
+    ob_start();
+    commands([[$row[0], $row[1], $row[2], $row[3], $row[5] ?? '']]);
+    echo preg_replace('/^1 commands\n/m', '', ob_get_clean());
+}
 ?>
 --EXPECT--
 37 commands

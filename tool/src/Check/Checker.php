@@ -109,7 +109,7 @@ final class Checker
     public function treeOfFile(string $path): array
     {
         $walker = $this->walker(new Findings($this->options));
-        $document = $walker->open($path);
+        $document = $walker->openTarget($path);
         $tree = new Tree($this->documents->engine, $walker, $this->files, $this->options->data);
         return $tree->of($document, Context::top($this->files->namesOf($document->source->path), $path));
     }

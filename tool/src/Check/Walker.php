@@ -48,10 +48,11 @@ final class Walker
         return $this->documents[$key] ??= $this->store->of($this->files->read($path));
     }
 
-    /** @throws Unreadable */
+    /** What the command line names. @throws Unreadable */
     public function openTarget(string $path): Document
     {
-        $document = $this->open($path);
+        $key = realpath($path) ?: $path;
+        $document = $this->documents[$key] ??= $this->store->of($this->files->readGiven($path));
         $this->targets[$document->source->path] = true;
         return $document;
     }
@@ -161,7 +162,8 @@ final class Walker
         }
         $path = $this->files->find($name, $context->page);
         if ($path !== null && is_dir($path)) {
-            $this->fail($document, $node, $context, $this->store->engine->fileComplaint($path));
+            $note = "\"$path\" is a folder: it can be opened as a file can, but there is no text to read in it";
+            $this->fail($document, $node, $context, $this->store->engine->fileComplaint($path), [$note]);
         } elseif ($path !== null) {
             $this->follow($document, $node, $context, $path, $name);
         }
@@ -184,10 +186,16 @@ final class Walker
         }
     }
 
-    private function fail(Document $document, Node $node, Context $context, ?string $complaint): void
-    {
+    /** @param list<string> $notes */
+    private function fail(
+        Document $document,
+        Node $node,
+        Context $context,
+        ?string $complaint,
+        array $notes = []
+    ): void {
         if ($complaint !== null) {
-            $problem = new Problem(null, $complaint, $node->offset, strlen($node->tag->source));
+            $problem = new Problem(null, $complaint, $node->offset, strlen($node->tag->source), $notes);
             $this->findings->add($document, $problem, $context);
         }
     }

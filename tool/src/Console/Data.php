@@ -6,6 +6,7 @@ use Symfony\Component\Console\Command\Command;
 use Symfony\Component\Console\Input\InputInterface;
 use Symfony\Component\Console\Input\InputOption;
 use TemplateTool\Files\Files;
+use TemplateTool\Files\Given;
 use TemplateTool\Json\JsonText;
 
 /** The data that a command is given: from a JSON file, a PHP file, and single values of the command line. */
@@ -30,12 +31,12 @@ final class Data
     {
         $data = null;
         if ($json !== null) {
-            $name = $json === '-' ? 'standard input' : $json;
+            $name = Given::name($json);
             $data = self::array(JsonText::decode(self::contents($json), $name), $name);
         }
         $php = $input->getOption('data-php');
         if ($php !== null) {
-            $data = array_replace($data ?? [], self::array(self::run($php), $php));
+            $data = array_replace($data ?? [], self::array(self::run($php), Given::name($php)));
         }
         foreach ($input->getOption('set') as $setting) {
             $data = self::set($data ?? [], $setting);
@@ -46,32 +47,33 @@ final class Data
     /** @return list<string> the files that the data comes from */
     public static function files(InputInterface $input, ?string $json): array
     {
-        return array_filter([$json, $input->getOption('data-php')], fn($file): bool => $file !== null && $file !== '-');
+        return array_filter([$json, $input->getOption('data-php')], fn($file): bool => $file !== null && !Given::isStream($file));
     }
 
-    /** The text of a file, or of the standard input. */
+    /** The text of a file, or of what stands for one. */
     public static function contents(string $file): string
     {
-        if ($file !== '-') {
-            self::mustExist($file);
-        }
-        $text = @file_get_contents($file === '-' ? 'php://stdin' : $file);
-        if ($text === false) {
-            throw new Failure("$file: reading failed");
-        }
-        return $text;
+        $isStream = Given::isStream($file);
+        $isStream || self::mustExist($file);
+        $text = $isStream ? Given::text($file) : @file_get_contents($file);
+        return is_string($text) ? $text : throw new Failure(Given::name($file) . ': reading failed');
     }
 
     private static function run(string $file): mixed
     {
-        self::mustExist($file);
+        $isStream = Given::isStream($file);
+        $isStream || self::mustExist($file);
+        $code = $isStream ? '?>' . self::contents($file) : '';
         // What such a file prints is no part of the page.
         ob_start();
         try {
-            return (static fn() => require func_get_arg(0))(realpath($file));
+            return $isStream
+                ? (static fn() => eval(func_get_arg(0)))($code)
+                : (static fn() => require func_get_arg(0))(realpath($file));
         } catch (\Throwable $error) {
             $place = basename($error->getFile()) . ':' . $error->getLine();
-            throw new Failure("$file: " . get_class($error) . " in $place: " . $error->getMessage());
+            $place = $isStream ? "line {$error->getLine()}" : $place;
+            throw new Failure(Given::name($file) . ': ' . get_class($error) . " in $place: " . $error->getMessage());
         } finally {
             ob_end_clean();
         }

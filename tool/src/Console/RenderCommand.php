@@ -8,6 +8,7 @@ use Symfony\Component\Console\Input\InputInterface;
 use Symfony\Component\Console\Input\InputOption;
 use Symfony\Component\Console\Output\OutputInterface;
 use TemplateTool\Files\Files;
+use TemplateTool\Files\Given;
 use TemplateTool\Json\Broken;
 
 final class RenderCommand extends Command
@@ -56,7 +57,14 @@ final class RenderCommand extends Command
         if ($text === null && $page === null) {
             throw new Failure('render: give a page or --string');
         }
-        $problem = $page === null ? null : Files::problem($page);
+        if ($page !== null && Given::isStream($page)) {
+            if ($input->getOption('watch')) {
+                throw new Failure('render --watch: ' . Given::name($page) . ' is read once, and never changes');
+            }
+            $text = Given::text($page) ?? throw new Failure(Given::name($page) . ': reading failed');
+            $page = null;
+        }
+        $problem = $page === null ? null : Files::problem($page) ?? (is_file($page) ? null : 'not a plain file');
         if ($problem !== null) {
             throw new Failure("$page: $problem");
         }
@@ -92,7 +100,7 @@ final class RenderCommand extends Command
     /** Ends only with the program. */
     private function watch(InputInterface $input, Renderer $renderer, ?string $json): never
     {
-        if ($json === '-') {
+        if ($json !== null && Given::isStream($json)) {
             throw new Failure('render --watch: the data can\'t come from the standard input, which is read once');
         }
         $files = Data::files($input, $json);

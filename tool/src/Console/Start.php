@@ -5,6 +5,7 @@ namespace TemplateTool\Console;
 use Symfony\Component\Console\Exception\ExceptionInterface;
 use Symfony\Component\Console\Input\ArgvInput;
 use Symfony\Component\Console\Output\ConsoleOutput;
+use TemplateTool\Files\Given;
 use TemplateTool\Files\Unreadable;
 use TemplateTool\Json\Broken;
 
@@ -16,6 +17,7 @@ final class Start
     public const FAILURE = 2;
 
     private const MEMORY = '2G';
+    private const FILE_OPTIONS = ['--data', '-d', '--data-php', '--schema'];
 
     public static function run(array $argv, string $root): int
     {
@@ -35,7 +37,7 @@ final class Start
             }
         });
         try {
-            return (new Application())->run(new ArgvInput($argv), new ConsoleOutput());
+            return (new Application())->run(new ArgvInput(self::withInputNamed($argv)), new ConsoleOutput());
         } catch (Failure | Broken | Unreadable | ExceptionInterface $failure) {
             return self::fail($failure->getMessage());
         } catch (\Throwable $failure) {
@@ -43,6 +45,20 @@ final class Start
         } finally {
             $isOver = true;
         }
+    }
+
+    /** The console takes a lone "-" for an argument, never for the value of the option before it. */
+    private static function withInputNamed(array $argv): array
+    {
+        $joined = [];
+        foreach ($argv as $word) {
+            if ($word === Given::INPUT && in_array(end($joined), self::FILE_OPTIONS, true)) {
+                $option = array_pop($joined);
+                $word = $option . (str_starts_with($option, '--') ? '=' : '') . Given::INPUT;
+            }
+            $joined[] = $word;
+        }
+        return $joined;
     }
 
     /** What is missing for a start. Begins anew when the extension lies in the source tree and isn't loaded. */

@@ -11,6 +11,7 @@ use Symfony\Component\Console\Input\InputOption;
 use Symfony\Component\Console\Output\OutputInterface;
 use TemplateTool\Check\Checker;
 use TemplateTool\Check\Options;
+use TemplateTool\Files\Given;
 use TemplateTool\Files\Unreadable;
 use TemplateTool\Report\Paint;
 use TemplateTool\Report\Report;
@@ -50,6 +51,7 @@ final class TreeCommand extends Command
     protected function execute(InputInterface $input, OutputInterface $output): int
     {
         $page = $input->getArgument('page');
+        $name = Given::name($page);
         $format = $input->getOption('format');
         if ($format !== 'text' && $format !== 'json') {
             throw new Failure("--format $format: choose one of text, json");
@@ -65,13 +67,13 @@ final class TreeCommand extends Command
         }
         $text = $format === 'json'
             ? Report::json($tree) . "\n"
-            : (new TreeText(new Paint($output->isDecorated())))->make($page, $tree);
+            : (new TreeText(new Paint($output->isDecorated())))->make($name, $tree);
         $output->write($text, false, OutputInterface::OUTPUT_RAW);
 
         $errors = array_filter($checker->checkFiles([$page]), static fn($finding): bool => $finding->isError());
         if ($errors) {
             $count = count($errors) === 1 ? 'an error' : count($errors) . ' errors';
-            fwrite(STDERR, "template: $page has $count; \"template check $page\" tells more\n");
+            fwrite(STDERR, "template: $name has $count; \"template check $page\" tells more\n");
         }
         return $errors ? Start::FINDINGS : Start::GOOD;
     }

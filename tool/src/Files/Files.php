@@ -92,6 +92,21 @@ final class Files
         return $bytes > self::LARGEST ? vsprintf('too large for a template: %.1f MB; the limit is %.1f MB', $sizes) : null;
     }
 
+    /** A file that the command line names, or what it names in place of one. @throws Unreadable */
+    public function readGiven(string $path): Source
+    {
+        if (!Given::isStream($path)) {
+            return $this->read($path);
+        }
+        $name = Given::name($path);
+        $text = Given::text($path, self::LARGEST);
+        $problem = $text === null ? 'reading failed' : self::sizeProblem(strlen($text)) ?? self::textProblem($text);
+        if ($problem !== null) {
+            throw new Unreadable($name, $problem);
+        }
+        return new Source($name, $text, $path);
+    }
+
     /** @throws Unreadable */
     public function read(string $path): Source
     {
