@@ -10,7 +10,8 @@ public:
 	OwnedStream(const OwnedStream&) = delete;
 	OwnedStream& operator=(const OwnedStream&) = delete;
 	/// May run user code (a stream wrapper's), so never let an exception be in flight then.
-	~OwnedStream() { close(); }
+	/// A fatal error in user code leaves by a jump, which in WebAssembly is an exception.
+	~OwnedStream() noexcept(false) { close(); }
 
 	/// Has to be called once, when the module starts.
 	static void startUp(int nModule);

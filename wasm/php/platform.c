@@ -18,12 +18,17 @@
 static bool is_start[((size_t) 1 << 31) / CHUNK * 2];
 
 /* Aligned memory at once, where the C library's mmap leaves it to PHP to give the surplus back, which can't be done here:
- * memory is given back as a whole. No files, no wanted addresses, and no stacks, so that a Fiber can't be started. */
+ * memory is given back as a whole. No files, and no stacks, so that a Fiber can't be started. */
 void *mmap(void *address, size_t size, int protection, int flags, int file, off_t offset) {
+	static _Alignas(2) char elsewhere[2];
 	void *memory;
 	(void) protection;
 	(void) offset;
-	if (address || file != -1 || (flags & MAP_STACK)) {
+	/* PHP gives back what doesn't lie where it should extend something, and goes another way. */
+	if (address) {
+		return elsewhere + 1;
+	}
+	if (file != -1 || (flags & MAP_STACK)) {
 		errno = ENODEV;
 		return MAP_FAILED;
 	}

@@ -6,6 +6,8 @@ export interface Glue {
   FS: {
     mkdirTree(path: string): void;
     writeFile(path: string, content: string | Uint8Array): void;
+    readFile(path: string): Uint8Array;
+    readdir(path: string): string[];
   };
   ccall(name: string, result: "number" | null, types: string[], values: unknown[]): number;
 }
@@ -39,6 +41,14 @@ export class Php {
       this.glue.FS.mkdirTree(path.slice(0, path.lastIndexOf("/")) || "/");
       this.glue.FS.writeFile(path, content);
     }
+  }
+
+  read(path: string): Uint8Array {
+    return this.glue.FS.readFile(path);
+  }
+
+  names(folder: string): string[] {
+    return this.glue.FS.readdir(folder);
   }
 
   /** The exit status: 255 after a fatal error. */

@@ -1,0 +1,95 @@
+// What the engine does in a page, tried by the page itself. browser.mjs opens it and is told the result.
+
+import { Engine, Refused, type Request } from "../web/engine";
+
+const address = new URLSearchParams(location.search).get("report")!;
+const engine = Engine.inFolder("engine/");
+const faults: string[] = [];
+let passed = 0;
+
+function expect(what: string, got: unknown, wanted: unknown): void {
+  if (JSON.stringify(got) === JSON.stringify(wanted)) {
+    passed++;
+  } else {
+    faults.push(`${what}: expected ${JSON.stringify(wanted)}, got ${JSON.stringify(got)?.slice(0, 300)}`);
+  }
+}
+
+const page = (template: string, data: unknown = {}, files: Record<string, string> = {}): Request =>
+  ({ files: { "page.tpl": template, ...files }, data: JSON.stringify(data) });
+
+const refusal = (request: Request) => engine.run(request).then(() => "served", (error) =>
+  error instanceof Refused ? error.message : `not refused: ${error}`);
+
+const digits = Array.from({ length: 10 }, (_, i) => i);
+const loops = (count: number, text: string) => "{dynamic d}".repeat(count) + text + "{/dynamic}".repeat(count);
+
+async function tryAll(): Promise<void> {
+  const begin = performance.now();
+  // A page that is typed while the engine is loaded is served like any other.
+  const first = engine.run(page("Hello {name}!", { name: "Ann €😀" }));
+  expect("the first page", (await first).page, "Hello Ann €😀!");
+  const cold = performance.now() - begin;
+  const { template, php } = await engine.version();
+  expect("the version", [template, php.slice(0, 4)], [new URLSearchParams(location.search).get("version"), "8.2."]);
+
+  const included = await engine.run(page("<{include parts/a.tpl}>", { a: 1 }, { "parts/a.tpl": "{a" }));
+  expect("an error in an included file", [included.page, included.stopped], [null, null]);
+  expect("its place", included.findings.map(({ file, line, column, severity }) => [file, line, column, severity])[0],
+    ["parts/a.tpl", 1, 1, "error"]);
+  expect("its message is the engine's", included.messages.length, 1);
+  expect("nothing is left of it", (await engine.run(page("{include parts/a.tpl}x"))).page, "x");
+  expect("the blocks", (await engine.run(page("{a}{dynamic b}{*}{/dynamic}", { b: [1] }))).tree?.length, 2);
+  const risky = page("<p onclick={a}>", { a: 1 });
+  expect("findings of security are asked for", (await engine.run(risky)).findings.length, 0);
+  expect("and given", (await engine.run({ ...risky, security: true })).findings.length > 0, true);
+
+  expect("broken data", (await refusal({ files: { "page.tpl": "" }, data: '{"a": }' })).slice(0, 14), "data.json:1:7:");
+  expect("data that is no object", (await refusal({ files: { "page.tpl": "" }, data: "1" })).slice(0, 14), "data.json:1:1:");
+  expect("a name that leads out", /^Names of files/.test(await refusal(page("", {}, { "../a": "" }))), true);
+  const stream = await engine.run(page("{include php://memory}"));
+  expect("a stream", stream.messages, ["An include names a stream; only files of this page can be included here."]);
+
+  // Limits; after each one the next page is there at once.
+  const limits: [string, Request, RegExp, number][] = [
+    ["time", page(loops(12, ""), { d: digits }), /^The page took more than 2 seconds/, 10_000],
+    ["memory", page(loops(8, "0123456789"), { d: digits }), /^The page needed more than 64 MB/, 10_000],
+    ["size", page(loops(5, "0123456789ab"), { d: digits }), /^The page is larger than 1 MB/, 2000],
+  ];
+  for (const [what, request, sentence, milliseconds] of limits) {
+    const start = performance.now();
+    const { page: text, stopped } = await engine.run(request);
+    expect(`${what}: stopped`, [text, sentence.test(stopped ?? "")], [null, true]);
+    expect(`${what}: the next page`, (await engine.run(page("{a}", { a: "next" }))).page, "next");
+    expect(`${what}: soon`, performance.now() - start < milliseconds, true);
+  }
+
+  const nested = (levels: number, open: string, close: string) => page(open.repeat(levels) + "x" + close.repeat(levels), { a: 1 });
+  expect("1,000 levels", (await engine.run(nested(1000, "{optional a}", "{/optional}"))).page, "x");
+  for (const [open, close] of [["{optional a}", "{/optional}"], ["{dynamic a}", "{/dynamic}"]]) {
+    const { page: text, stopped, messages } = await engine.run(nested(20_000, open, close));
+    expect(`${open} in itself`, [text, stopped, messages], [null, null, ["Blocks nested too deeply in page.tpl"]]);
+  }
+  const deep = await engine.run({ files: { "page.tpl": "{a}" }, data: '{"a":'.repeat(500) + "1" + "}".repeat(500) });
+  expect("deep data", deep.page, "Array");
+
+  const abort = new AbortController();
+  const kept = engine.run(page("kept"));
+  const dropped = engine.run(page("dropped"), abort.signal).then(() => "ran", (error: Error) => error.name);
+  abort.abort();
+  expect("what nobody wants any more isn't run", await dropped, "AbortError");
+  expect("what was before it is", (await kept).page, "kept");
+  engine.stop();
+  const again = performance.now();
+  expect("another Worker", (await engine.run(page("again"))).page, "again");
+  const warm = performance.now() - again;
+  const start = performance.now();
+  await engine.run(page("again"));
+  const ready = performance.now() - start;
+  times = `first result ${Math.round(cold)} ms, with another Worker ${Math.round(warm)}, ready ${Math.round(ready)}`;
+}
+
+let times = "";
+tryAll()
+  .catch((error) => faults.push(`the page failed: ${error.stack}`))
+  .then(() => fetch(address, { method: "POST", mode: "no-cors", body: JSON.stringify({ passed, faults, times }) }));
