@@ -2,7 +2,7 @@
 
 // Serves one request of the page, which lies in /request.json: {"job": "version"}, or "render" or "check" with
 // "files" (texts by name), "data" (the text of a JSON object) and, for a check, "security". Prints one JSON object:
-// {"error": "…"} when it isn't served, {"stopped": "memory"|"size"} when it had to be broken off.
+// {"error": "…"} when it isn't served, {"stopped": "memory"|"size"} or {"fatal": "…"} when it had to be broken off.
 
 use TemplateTool\Check\Checker;
 use TemplateTool\Check\Options;
@@ -103,7 +103,6 @@ function checked(array $data, bool $security): array
     return [
         'findings' => array_slice($found, 0, MOST_FINDINGS),
         'more' => max(0, count($found) - MOST_FINDINGS),
-        'unreadable' => $checker->unreadable(),
         'tree' => $tree !== false && strlen($tree) <= LARGEST_TREE ? json_decode($tree, true, 1024) : null,
     ];
 }
@@ -142,7 +141,7 @@ register_shutdown_function(static function (): void {
     if (str_starts_with($error['message'] ?? '', 'Allowed memory size')) {
         echo '{"stopped":"memory"}';
     } elseif (in_array($error['type'] ?? 0, [E_ERROR, E_CORE_ERROR, E_COMPILE_ERROR], true)) {
-        echo json_encode(['messages' => [$error['message']]], JSON_INVALID_UTF8_SUBSTITUTE);
+        echo json_encode(['fatal' => $error['message']], JSON_INVALID_UTF8_SUBSTITUTE);
     }
 });
 

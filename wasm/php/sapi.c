@@ -8,7 +8,7 @@
 
 #include <emscripten.h>
 
-extern zend_module_entry *get_module(void);
+extern zend_module_entry* get_module(void);
 
 static const char SETTINGS[] = "display_errors=1\n"
 							   "html_errors=0\n"
@@ -22,30 +22,30 @@ static const char SETTINGS[] = "display_errors=1\n"
 /* Of the last request. Not in request memory, which is gone when the page reads it. */
 static smart_str output;
 
-static size_t write_output(const char *text, size_t length) {
+static size_t write_output(const char* text, size_t length) {
 	smart_str_appendl_ex(&output, text, length, true);
 	return length;
 }
 
-static void send_header(sapi_header_struct *header, void *context) {
+static void send_header(sapi_header_struct* header, void* context) {
 	(void) header;
 	(void) context;
 }
 
-static char *read_cookies(void) {
+static char* read_cookies(void) {
 	return NULL;
 }
 
-static void register_variables(zval *variables) {
+static void register_variables(zval* variables) {
 	php_import_environment_variables(variables);
 }
 
-static void log_message(const char *message, int type) {
+static void log_message(const char* message, int type) {
 	(void) type;
 	write_output(message, strlen(message));
 }
 
-static int start_module(sapi_module_struct *module) {
+static int start_module(sapi_module_struct* module) {
 	return php_module_startup(module, get_module());
 }
 
@@ -63,7 +63,7 @@ static sapi_module_struct page_module = {
 };
 
 /* Starts PHP, once, with more settings in the form of php.ini. Returns whether that went well. */
-EMSCRIPTEN_KEEPALIVE int start(const char *settings) {
+EMSCRIPTEN_KEEPALIVE int start(const char* settings) {
 	static char all[4096];
 	snprintf(all, sizeof(all), "%s%s\n", SETTINGS, settings);
 	zend_signal_startup();
@@ -77,7 +77,7 @@ EMSCRIPTEN_KEEPALIVE int start(const char *settings) {
 }
 
 /* Runs a script as a request of its own. Returns its exit status: 255 after a fatal error. */
-EMSCRIPTEN_KEEPALIVE int run(const char *path) {
+EMSCRIPTEN_KEEPALIVE int run(const char* path) {
 	volatile int status = 255;
 	smart_str_free_ex(&output, true);
 	/* A fatal error may have left these. */
@@ -94,13 +94,14 @@ EMSCRIPTEN_KEEPALIVE int run(const char *path) {
 			zend_destroy_file_handle(&script);
 			status = EG(exit_status);
 		}
-	} zend_end_try();
+	}
+	zend_end_try();
 	php_request_shutdown(NULL);
 	return status;
 }
 
 /* What the last request has printed, until the next one. */
-EMSCRIPTEN_KEEPALIVE const char *output_text(void) {
+EMSCRIPTEN_KEEPALIVE const char* output_text(void) {
 	return output.s ? ZSTR_VAL(output.s) : "";
 }
 

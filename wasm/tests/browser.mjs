@@ -40,7 +40,8 @@ const query = `?version=${version}&report=${host}/report`;
 let [passed, failed] = [0, 0];
 for (const [how, address] of [["server", `${host}/page.html`], ["disk", pathToFileURL(join(folder, "page.html"))]]) {
   const profile = mkdtempSync(join(tmpdir(), "wasm-test-"));
-  const options = ["--headless", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage", `--user-data-dir=${profile}`];
+  const options = ["--headless", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage",
+    `--user-data-dir=${profile}`];
   const browser = spawn(chromium, [...options, address + query], { stdio: "ignore" });
   const silent = { passed: 0, faults: ["the page doesn't report within two minutes"], times: "" };
   const result = await new Promise((resolve) => {

@@ -1,6 +1,6 @@
 // Runs the suite's tests in the WebAssembly build: node phpt.mjs BUILD ROOT [NAME...]
-// ROOT is the repository. skipped.tsv tells what can't run here: a test (or tests, with a star), nothing or how the line
-// of its output begins that is left out, and why.
+// ROOT is the repository. skipped.tsv tells what can't run here: a test (or tests, with a star), nothing or how the
+// line of its output begins that is left out, and why.
 
 import { readdirSync, readFileSync, statSync } from "node:fs";
 import { basename, join, relative } from "node:path";
@@ -10,7 +10,7 @@ const [build, root, ...wanted] = process.argv.slice(2);
 const start = await load(build);
 
 // What PHP's command line has.
-const PRELUDE = "foreach (['in', 'out', 'err'] as $_) { define('STD' . strtoupper($_), fopen(\"php://std$_\", 'r+')); }";
+const PRELUDE = "foreach (['in', 'out', 'err'] as $_) { define('STD' . strtoupper($_), fopen('php://std' . $_, 'r+')); }";
 const SETTINGS = "display_errors=1\nerror_reporting=-1\nmemory_limit=128M\n";
 
 /** Files of the repository, by their paths on the file system in memory. */
@@ -40,10 +40,9 @@ async function output(script, settings, children) {
     "/asked/none": "",
   });
   php.run("/suite/tests/script.php");
-  const asked = php.names("/asked").map((name) => parseInt(name)).filter((number) => !isNaN(number)).sort((a, b) => a - b);
   const results = [];
-  for (const number of asked) {
-    results.push(await child(JSON.parse(Buffer.from(php.read(`/asked/${number}.json`)).toString())));
+  for (const asked = new Set(php.names("/asked")); asked.has(`${results.length}.json`);) {
+    results.push(await child(JSON.parse(Buffer.from(php.read(`/asked/${results.length}.json`)).toString())));
   }
   const text = Buffer.from(php.bytes()).toString("latin1").split("\n").filter((line) => line.trim() !== "");
   return results.length ? output(script, settings, results) : text;
@@ -76,15 +75,18 @@ async function fault(name, leftOut) {
     ...expected.filter((line) => !printed.includes(line)).map((line) => `- ${line}`),
     ...printed.filter((line) => !expected.includes(line)).map((line) => `+ ${line}`),
   ];
-  return lines.length || printed.join("\n") === expected.join("\n") ? lines.slice(0, 30).join("\n  ") : "lines in another order";
+  const inOrder = lines.length || printed.join("\n") === expected.join("\n");
+  return inOrder ? lines.slice(0, 30).join("\n  ") : "lines in another order";
 }
 
 const childInc = readFileSync(new URL("child.inc", import.meta.url));
 const image = Object.assign({}, ...readdirSync(root)
   .filter((name) => !["build", ".git", "node_modules"].includes(name)).map((name) => files(join(root, name))));
-const skipped = readFileSync(new URL("skipped.tsv", import.meta.url), "utf8").trim().split("\n").map((line) => line.split("\t"));
+const skipped = readFileSync(new URL("skipped.tsv", import.meta.url), "utf8").trim().split("\n")
+  .map((line) => line.split("\t"));
 const isAbout = ([test], name) => new RegExp(`^${test.replaceAll("*", ".*")}$`).test(name);
-const names = readdirSync(join(root, "tests")).filter((name) => name.endsWith(".phpt")).map((name) => basename(name, ".phpt"));
+const names = readdirSync(join(root, "tests")).filter((name) => name.endsWith(".phpt"))
+  .map((name) => basename(name, ".phpt"));
 let [passed, failed, left] = [0, 0, 0];
 for (const name of wanted.length ? wanted : names) {
   const about = skipped.filter((each) => isAbout(each, name));

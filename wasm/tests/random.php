@@ -8,9 +8,10 @@ require __DIR__ . '/../../fuzz/input.php';
 const REFERENCES = ['a', 'a', 'b', 'b', 'x', 'a::b', 'a::x', 'b::0', 'a::0::x', 'x::1', '0', '-5', 'num', 'visible', '*', '*',
     '*::x', '*::a', '*::0', '[*]', 'x::*', 'x::[*]', '*::num', 'none', 'ä', 'a.b', 'x::*::visible'];
 const ODD_REFERENCES = ['', 'a::', '::a', 'a::*', 'b::*::a', '*::*', 'a::::b', 'a b c'];
-const TEXTS = ['', 'x', ' ', "\n", 'Ann & <b>"Bob"</b>', "O'Neil\\", '{ ', ' }', '{{', '}}', 'ä€😀', "\xff", '100 %', '%d %s %%',
-    "\0", "\t{\n}", 'h1{color:red}', "a'b'c"];
-const ESCAPINGS = ['', '', '', 'htmlspecialchars ', 'htmlentities ', 'addslashes ', 'rawurlencode ', 'Addslashes '];
+const TEXTS = ['', 'x', ' ', "\n", 'Ann & <b>"Bob"</b>', "O'Neil\\", '{ ', ' }', '{{', '}}', 'ä€😀', "\xff", '100 %',
+    '%d %s %%', "\0", "\t{\n}", 'h1{color:red}', "a'b'c"];
+const ESCAPINGS = ['', '', '', 'htmlspecialchars ', 'htmlentities ', 'addslashes ', 'rawurlencode ',
+    'Addslashes '];
 const NUMBERS = ['I', 'J', 'K', 'f', 'g', 'h', 'j', 'k', 't', 'T', 'b', 's', 'z'];
 const KEYS = 'abxabxabx01nve-#.@';
 
@@ -41,11 +42,13 @@ function tag(int $depth): string
         case 4:
             $kind = one(['dynamic', 'dynamic', 'rdynamic']);
             $names = one(['', '', 'x,', 'b,', 'a, ']);
-            return "{{$kind} $names" . reference() . '}' . body($depth - 1) . '{/' . (mt_rand(0, 40) ? $kind : 'dynamic') . '}';
+            $end = mt_rand(0, 40) ? $kind : 'dynamic';
+            return "{{$kind} $names" . reference() . '}' . body($depth - 1) . "{/$end}";
         case 5:
             return '{include ' . one(['in://a', 'in://b', 'in://c', 'file', '@', 'none', 'a::x']) . '}';
         case 6:
-            return mt_rand(0, 15) ? '{' . reference() . '}' : one(['{', '}', '{/dynamic}', '{/optional}', '{optional}', '{dynamic}']);
+            $odd = one(['{', '}', '{/dynamic}', '{/optional}', '{optional}', '{dynamic}']);
+            return mt_rand(0, 15) ? '{' . reference() . '}' : $odd;
         case 7:
             return '{' . reference() . one([' ', '  ']) . reference() . one(['', " 'no'", " ''", ' ', " 'a{b}'"]) . '}';
         default:
@@ -103,7 +106,8 @@ function input(): string
     if (mt_rand(0, 3) === 0) {
         $options = one(['R', 'O', 'L', 'Y', 'U', '!']) . mt_rand(0, 9);
     }
-    return implode("\x1f", [body(4), 'a' . value(3) . 'b[' . values(3) . ']' . pairs(3), $options, body(2), body(1), body(0)]);
+    $data = 'a' . value(3) . 'b[' . values(3) . ']' . pairs(3);
+    return implode("\x1f", [body(4), $data, $options, body(2), body(1), body(0)]);
 }
 
 /** The result of both ways to call template(), and all that they reported. */

@@ -21,7 +21,8 @@ export const LARGEST_PAGE = 1 << 20;
 
 type Job = "version" | "render" | "check";
 type Reason = "time" | "memory" | "size" | "crash";
-type Answer<Content> = Content & { error?: string; stopped?: Reason };
+/** `fatal` is a fatal error's message, PHP's own. */
+type Answer<Content> = Content & { error?: string; stopped?: Reason; fatal?: string };
 
 /** What a Worker is made of. */
 interface Parts {
@@ -60,13 +61,13 @@ export class Engine {
   async run(request: Request, signal?: AbortSignal): Promise<Result> {
     return this.inTurn(async () => {
       signal?.throwIfAborted();
-      const { stopped, ...rendered } = await this.ask<Rendered>("render", request);
+      const { stopped, fatal: broken, ...rendered } = await this.ask<Partial<Rendered>>("render", request);
       signal?.throwIfAborted();
-      const { stopped: unchecked, ...checked } = await this.ask<Checked>("check", request);
-      const none = { page: null, size: null, nanoseconds: null, messages: [] };
+      const { stopped: unchecked, fatal, ...checked } = await this.ask<Partial<Checked>>("check", request);
+      const none = { page: null, size: null, nanoseconds: null, messages: broken ? [broken] : [] };
       return {
         ...none, ...rendered, stopped: sentence("The page", stopped),
-        findings: [], more: 0, unreadable: [], tree: null, ...checked, unchecked: sentence("The check", unchecked),
+        findings: [], more: 0, tree: null, ...checked, unchecked: sentence("The check", unchecked) ?? fatal ?? null,
       };
     });
   }

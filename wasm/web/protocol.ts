@@ -61,7 +61,6 @@ export interface Checked {
   findings: Finding[];
   /** How many findings there are besides. */
   more: number;
-  unreadable: string[];
   tree: TreeNode[] | null;
   /** Why there was no check. */
   unchecked: string | null;

@@ -1,5 +1,5 @@
-// The Worker in which the engine lives. The first message is the compiled module, answered with "ready"; each other one is
-// a request as JSON, answered with JSON, or with "crash", after which there is nothing left to do but to end the Worker.
+// The Worker in which the engine lives. The first message is the compiled module, answered with "ready"; each other one
+// is a request as JSON, answered with JSON, or with "crash", after which there is nothing left but to end the Worker.
 
 import image from "./image.json";
 import createPhp from "./module.js";
