@@ -242,6 +242,18 @@ foreach (glob(toolRoot() . '/docs/*.md') as $page) {
 }
 echo $examples > 60 ? "the manual's examples fit\n" : "$examples examples\n";
 
+// The manual's page for teams shows what its commands print.
+$text = file_get_contents(toolRoot() . '/docs/teams.md');
+$examples = (new Manual($text))->examples;
+put(end($examples)->files);
+preg_match_all('/```sh\ntemplate ([^\n]+)\n```\n\n```text\n(.*?)```/s', $text, $shown, PREG_SET_ORDER);
+foreach ($shown as [, $arguments, $output]) {
+    $got = tool($arguments)[1];
+    echo $got === $output ? '' : "$arguments: $got";
+}
+tool('needs pages/list.tpl --schema > list.schema.json');
+echo count($shown), ' ', tool('check pages/list.tpl --schema list.schema.json --data sample.json')[1];
+
 $shop = toolRoot() . '/examples/shop';
 $schema = NeedsSchema::make((new Collector(new Files(["$shop/templates"])))->collect("$shop/templates/category.tpl"), 'category.tpl');
 echo fits($schema, json_decode(file_get_contents("$shop/sample.json"), true)) ? "so does the shop's data\n" : "the shop's data doesn't\n";
@@ -251,5 +263,6 @@ echo tool('check -p ' . escapeshellarg("$shop/template.json"))[1];
 22 rows
 what fits is enough
 the manual's examples fit
+3 No findings in 1 template.
 so does the shop's data
 No findings in 1 template.

@@ -11,6 +11,7 @@ export const MANUAL = [
   { source: "docs/frameworks.md", url: "frameworks.html", menu: "Frameworks" },
   { source: "docs/deployment.md", url: "deployment.html", menu: "Deployment" },
   { source: "docs/platforms.md", url: "platforms.html", menu: "Platforms" },
+  { source: "docs/teams.md", url: "teams.html", menu: "In a team" },
   { source: "docs/editors.md", url: "editors.html", menu: "Editors" },
   { source: "docs/security.md", url: "security.html", menu: "Security" },
   { source: "SECURITY.md", url: "promises.html", menu: "What is promised" },

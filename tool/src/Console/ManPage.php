@@ -4,6 +4,7 @@ namespace TemplateTool\Console;
 
 use Symfony\Component\Console\Command\Command;
 use Symfony\Component\Console\Input\InputOption;
+use TemplateTool\Project\Project;
 use TemplateTool\Rules\Catalogue;
 
 /** The man page, made from what the commands say about themselves. */
@@ -31,12 +32,28 @@ final class ManPage
         $page .= ".SH WARNINGS\n" . self::text('What "template check" warns about. "template explain" tells more.');
         foreach (Catalogue::all() as $name => $warning) {
             $condition = $warning->isSecurity ? ' (with --security)' : '';
-            $page .= ".TP\n.B " . self::escape($name) . "\n" . self::escape($warning->summary . $condition) . "\n";
+            $page .= ".TP\n.B " . self::escape((string) $name) . "\n" . self::escape($warning->summary . $condition) . "\n";
         }
-        return $page . ".SH OPTIONS\n" . self::text('All commands know --help, --quiet, --ansi and --no-ansi.')
-            . ".SH EXIT STATUS\n"
-            . ".TP\n.B 0\nAll is well.\n.TP\n.B 1\nA template has an error, or a check has found something.\n"
-            . ".TP\n.B 2\nWrong usage, or a file that can't be read.\n.SH SEE ALSO\n.BR php (1)\n";
+        $page .= ".SH OPTIONS\n" . self::text('All commands know --help, --quiet, --ansi and --no-ansi.')
+            . ".SH PROJECT FILE\n" . self::text(<<<'TEXT'
+                "template check", "needs" and "lsp" look for a file template.json in the folder of the templates and above it.
+                It is a JSON object with any of these settings. Paths count from its folder; template.schema.json, beside the
+                tool's classes, is its JSON Schema.
+                TEXT);
+        foreach (Project::schema()['properties'] as $name => $property) {
+            $page .= self::item($name, $property['description']);
+        }
+        $statuses = [
+            'All is well.',
+            'A template has an error, or a check has found something: with --fail-on=error an error, else anything.',
+            'Wrong usage, a broken project file, or a file that can\'t be read.',
+        ];
+        $page .= ".SH EXIT STATUS\n" . implode('', array_map(self::item(...), array_keys($statuses), $statuses));
+        $page .= ".SH ENVIRONMENT\n" . self::item('NO_COLOR', 'When it is not empty, nothing is coloured. --ansi counts more')
+            . self::item('COLUMNS', 'How wide the help is printed, else as wide as the terminal')
+            . ".SH FILES\n" . self::item(Project::FILE, 'The project file')
+            . self::item(Project::BASELINE, 'Findings that are known and left out; "template check --write-baseline" makes it');
+        return $page . ".SH SEE ALSO\n.BR php (1)\n";
     }
 
     private static function command(Command $command): string
@@ -59,9 +76,9 @@ final class ManPage
         return $names . "--{$option->getName()}" . ($option->acceptValue() ? '=' . strtoupper($option->getName()) : '');
     }
 
-    private static function item(string $name, string $text): string
+    private static function item(string|int $name, string $text): string
     {
-        return ".TP\n.B " . self::escape($name) . "\n" . self::escape(rtrim($text, '.') . '.') . "\n";
+        return ".TP\n.B " . self::escape((string) $name) . "\n" . self::escape(rtrim($text, '.') . '.') . "\n";
     }
 
     /** Paragraphs, and examples, which are indented. */
