@@ -103,7 +103,7 @@ bring_up_compiled() {
     in_chroot "$system" sh -ec '
         cd /srv/sources
         rm -rf "$0"
-        dpkg-source --no-check -x "$1"_*.dsc "$0"
+        dpkg-source --no-check --skip-patches -x "$1"_*.dsc "$0"
         cd "$0"
         ./configure --quiet CFLAGS="-O1 -w" --prefix="/opt/$0" --disable-all --enable-cli --disable-cgi --disable-phpdbg \
             --enable-ctype --enable-tokenizer --enable-mbstring --disable-mbregex --enable-posix --enable-pcntl \
