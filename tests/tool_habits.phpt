@@ -150,6 +150,19 @@ foreach (array_filter((new Checker())->checkFiles($templates), $own) as $finding
     echo "{$finding->source->name}:$finding->line $finding->name $finding->message\n";
 }
 echo count($templates) > 20 ? "examples checked\n" : 'only ' . count($templates) . " templates\n";
+
+// Time grows with the text: columns, names of loops and blocks are found once. Squares of these would take minutes.
+$long = [
+    str_repeat('{optional a}{b.c}é{/optional}', 8000),
+    implode('', array_map(fn($i) => "{dynamic n$i,a}{gone::*}", range(1, 4000))) . str_repeat('{/dynamic}', 4000),
+    str_repeat('{x{ {optional a} <script> {{ name }} ', 4000),
+];
+foreach (watcher() === 'valgrind' ? [] : $long as $i => $text) {
+    $start = microtime(true);
+    (new Checker(new Options(data: ['a' => [['a' => 1]], 'b' => 'x'])))->checkText($text);
+    $seconds = microtime(true) - $start;
+    $seconds < 20 || printf("text %d took %.1f seconds\n", $i, $seconds);
+}
 ?>
 --EXPECT--
 mistakes found

@@ -97,7 +97,7 @@ final class View
     /** Whether the sample data leads to the place of a tag. */
     public function isReached(Node $node): bool
     {
-        return $this->probe($node, [])[0] > 0;
+        return $this->reach($node)?->isReached() ?? false;
     }
 
     /** Whether a plain tag prints nothing but numbers, as far as the sample data goes. */

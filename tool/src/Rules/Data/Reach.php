@@ -9,6 +9,9 @@ use TemplateTool\Syntax\Tag;
 /** What sample data makes of a place in a template: whether it is reached, and at which elements the loops around it are. */
 final class Reach
 {
+    /** What lies inside more loops than these isn't looked at. */
+    private const DEEPEST = 100;
+
     /**
      * $loops, outermost first: the name, the elements, the number of the loop that they lie in (-1: they lie at the top
      * of the data), where they lie there, and the blocks further inside that ask for them.
@@ -74,7 +77,7 @@ final class Reach
     {
         $reference = $tag->references[0];
         $base = $reference->isPath() ? -1 : $this->loop($reference->namespace);
-        if ($base === null) {
+        if ($base === null || count($this->loops) >= self::DEEPEST) {
             return $this->with($this->loops, false);
         }
         // Elements in which there is nothing to walk don't lead here.
