@@ -3,7 +3,7 @@
 // PHP is the command, MODULE the extension of the native build.
 
 import { execFile } from "node:child_process";
-import { readFileSync } from "node:fs";
+import { readdirSync, readFileSync } from "node:fs";
 import { join } from "node:path";
 import { promisify } from "node:util";
 import { load } from "./build.mjs";
@@ -11,6 +11,7 @@ import { load } from "./build.mjs";
 const BATCH = 2000;
 const [build, root, count, php, module] = process.argv.slice(2);
 const start = await load(build);
+const sources = readdirSync(join(root, "fuzz")).filter((name) => name.endsWith(".php"));
 const script = join(root, "wasm/tests/random.php");
 
 async function native(first) {
@@ -23,7 +24,7 @@ async function inWasm(first) {
   const php = await start("memory_limit=128M\n");
   php.write({
     "/wasm/tests/random.php": readFileSync(script),
-    "/fuzz/input.php": readFileSync(join(root, "fuzz/input.php")),
+    ...Object.fromEntries(sources.map((name) => [`/fuzz/${name}`, readFileSync(join(root, "fuzz", name))])),
     "/batch.json": JSON.stringify([first, BATCH]),
   });
   php.run("/wasm/tests/random.php");
