@@ -8,8 +8,8 @@
 
 namespace {
 
-// A text in string mode is mostly literal; this much room is made for it at once.
-constexpr size_t LONGEST_RESERVED_TEXT = 64 * 1024;
+// For a text of more bytes no room is made that memory_limit may not allow.
+constexpr size_t LARGE_TEXT = 64 * 1024;
 
 std::string_view trim(std::string_view sSource) {
 	while (!sSource.empty() && isSpace(sSource.front())) {
@@ -26,7 +26,12 @@ std::string_view trim(std::string_view sSource) {
 bool Template::open(bool string_mode) {
 	if (string_mode) {
 		input.openText(sFileName);
-		call.sTexts.reserve(std::min(sFileName.size(), LONGEST_RESERVED_TEXT));
+		// It is mostly literal.
+		if (sFileName.size() > LARGE_TEXT) {
+			call.sTexts.expect(sFileName.size(), true);
+		} else {
+			call.sTexts.reserve(sFileName.size());
+		}
 		return true;
 	}
 	return input.openFile(sFileName.data(), call.oFileBuffers.take());

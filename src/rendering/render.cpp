@@ -83,7 +83,9 @@ void Template::_getResult(const BlockList& subBlockList, ElementWalk* oElements,
 		if (oElements->isOutermost() && UNEXPECTED(sOutput.room() < 4 * (sOutput.size() - nRowStart))) {
 			size_t nRow = (sOutput.size() - nStart) / oElements->walked() + 1;
 			size_t nRest = nRow * oElements->left();
-			sOutput.lend([=](TextBuffer& sLent) { sLent.expect(nRest + nRest / 32 + 4 * nRow); });
+			// A hundred rows tell of the others: each move of a large page costs fresh memory of its size.
+			bool bKnown = oElements->walked() >= 100;
+			sOutput.lend([=](TextBuffer& sLent) { sLent.expect(nRest + nRest / 32 + 4 * nRow, bKnown); });
 		}
 	}
 	sOutput.store();
@@ -91,11 +93,14 @@ void Template::_getResult(const BlockList& subBlockList, ElementWalk* oElements,
 
 /// Finds a value in the element that a dynamic block is rendering; null when there is none.
 inline const zval* Template::findDynamicValue(const DynamicReference& oReference) const {
-	if (EXPECTED(oReference.eTarget == DynamicReference::COLUMN)) {
-		return PHPInterface::hashFindIn(*oReference.listIndexes, oReference.oDynamicBlock->oLoop.phpValue);
-	}
-	if (oReference.eTarget == DynamicReference::PATH) {
-		return findVariable(oReference.listIndexes, oReference.oDynamicBlock->oLoop.phpValue);
+	switch (oReference.eTarget) {
+		case DynamicReference::COLUMN:
+			return PHPInterface::hashFindIn(*oReference.listIndexes, oReference.oDynamicBlock->oLoop.phpValue);
+		case DynamicReference::PATH:
+			return findVariable(oReference.listIndexes, oReference.oDynamicBlock->oLoop.phpValue);
+		case DynamicReference::NOTHING:
+		case DynamicReference::KEY:
+			break;
 	}
 	return nullptr;
 }
@@ -198,13 +203,19 @@ void Template::printAlternative(const MultiVariableBlock& oBlock, TextBuffer& sO
 /// Whether an optional section is shown. One that depends on a block that isn't there never is, not even when negated.
 inline bool Template::isShown(const OptionalBlock& oBlock) const {
 	const DynamicReference& oReference = oBlock.oReference;
-	bool bNegation = oBlock.getType() == Block::NOPTIONAL;
-	if (UNEXPECTED(oReference.eTarget == DynamicReference::KEY)) {
-		return oBlock.oValue.equalsKey(oReference.oDynamicBlock->oLoop.phpKey) != bNegation;
+	bool bHolds = false;
+	switch (oReference.eTarget) {
+		case DynamicReference::NOTHING:
+			return false;
+		case DynamicReference::KEY:
+			bHolds = oBlock.oValue.equalsKey(oReference.oDynamicBlock->oLoop.phpKey);
+			break;
+		case DynamicReference::COLUMN:
+		case DynamicReference::PATH:
+			bHolds = checkIfOptionalIsVisible(findDynamicValue(oReference), oBlock.oValue);
+			break;
 	}
-	const zval* phpVariable = findDynamicValue(oReference);
-	return checkIfOptionalIsVisible(phpVariable, oBlock.oValue) != bNegation &&
-		   (phpVariable || oReference.eTarget != DynamicReference::NOTHING);
+	return bHolds != (oBlock.getType() == Block::NOPTIONAL);
 }
 
 /// Finds the data of a block in the element of an enclosing block; null when there is none to walk.

@@ -214,7 +214,7 @@ void Input::expectRest(TextBuffer& out_buffer) {
 		return;
 	}
 	if (size_t nSize = oStream.isOpen() ? oStream.fileSize() : nFileSize) {
-		out_buffer.expect(nSize);
+		out_buffer.expect(nSize, true);
 	}
 }
 

@@ -27,9 +27,11 @@ void TextBuffer::grow(size_t nLength) {
 	resize(nNeeded);
 }
 
-void TextBuffer::expect(size_t nLength) {
+void TextBuffer::expect(size_t nLength, bool bKnown) {
 	// A wrong guess must neither cost much nor end the request.
-	nLength = std::min(nLength, std::max(LARGE, size() * 16));
+	if (!bKnown) {
+		nLength = std::min(nLength, std::max(LARGE, size() * 16));
+	}
 	if (nLength > room() && nLength + size() < unusedMemory() / 2) {
 		resize(size() + nLength);
 	}

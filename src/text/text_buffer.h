@@ -55,8 +55,8 @@ public:
 	const char* limit() const { return pEnd; }
 
 	/// Makes room for `nLength` more bytes, which may or may not come: in one step instead of many, without touching the
-	/// memory, and only as far as `memory_limit` is not brought near.
-	void expect(size_t nLength);
+	/// memory, and only as far as `memory_limit` is not brought near. A guess counts less than what is known.
+	void expect(size_t nLength, bool bKnown = false);
 
 	/// How many bytes can be appended before the text has to grow.
 	size_t room() const { return pEnd - pFree; }
