@@ -98,6 +98,7 @@ $withData = [
     ['{l}{htmlspecialchars l}{dynamic l}{*}{htmlspecialchars *::c}{/dynamic}',
         'array-as-text unprinted-value array-as-text array-as-text'],
     ['{include part}{include gone}', 'missing-include'],
+    ['{dynamic e}{include q::z}{/dynamic}{include q::y}', 'missing-include'],
     ['{dynamic l}{a}{htmlspecialchars b}{optional a}{/optional}{s}{a \'x\'}{a s}{dynamic c}{/dynamic}{/dynamic}',
         'missing-star missing-star missing-star missing-star missing-star'],
     ['{dynamic r,l}{r::a}{dynamic r::*::c}{a}{r::*::a}{/dynamic}{/dynamic}{a \'\'}', 'missing-star missing-star'],
