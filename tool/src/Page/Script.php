@@ -16,15 +16,15 @@ final class Script implements Scanner
         . '|"(*MARK:")|\'(*MARK:\')|`(*MARK:`)|[\w$\x80-\xFF]++(*MARK:word)|\{(*MARK:open)|\}(*MARK:close)'
         . '|[)\]](*MARK:operand)|.(*MARK:operator))~s';
 
-    // What goes on without a change: [mode => text that is passed over].
-    private const INSIDE = [
-        '"' => '~\G(?:[^"\\\\\n]|\\\\.)++~s',
-        "'" => "~\\G(?:[^'\\\\\n]|\\\\.)++~s",
-        self::LITERAL => '~\G(?:[^`\\\\$]|\\\\.|\$(?!\{|\z))++~s',
-        self::LINE_COMMENT => '~\G[^\n\r]++~',
-        self::COMMENT => '~\G(?:[^*]|\*(?!/|\z))++~',
-        self::REGEX => '~\G(?:[^/\\\\\[\n]|\\\\.)++~s',
-        self::REGEX_CLASS => '~\G(?:[^\]\\\\\n]|\\\\.)++~s',
+    // What may end each mode, or belongs to what follows.
+    private const STOPS = [
+        '"' => "\"\\\n",
+        "'" => "'\\\n",
+        self::LITERAL => '`\\$',
+        self::LINE_COMMENT => "\n\r",
+        self::COMMENT => '*',
+        self::REGEX => "/\\[\n",
+        self::REGEX_CLASS => "]\\\n",
     ];
 
     // Behind these words a slash begins a regular expression.
@@ -131,28 +131,32 @@ final class Script implements Scanner
 
     private function inside(string $text, int $offset): int
     {
-        if (preg_match(self::INSIDE[$this->mode], $text, $match, 0, $offset)) {
-            return $offset + strlen($match[0]);
-        }
-        $isLast = $offset + 1 === strlen($text);
-        $byte = $text[$offset];
-        if ($isLast && ($byte === '\\' || $byte === '$' || $byte === '*')) {
+        $offset += strcspn($text, self::STOPS[$this->mode], $offset);
+        $byte = $text[$offset] ?? '';
+        $next = $text[$offset + 1] ?? '';
+        $isPair = in_array($byte, ['\\', '$', '*'], true);
+        if ($byte === '' || ($isPair && $next === '')) {
             $this->pending = $byte;
+            return strlen($text);
+        }
+        if ($byte === '\\') {
+            return $offset + 2;
+        }
+        if ($isPair && $next !== ['$' => '{', '*' => '/'][$byte]) {
             return $offset + 1;
         }
-        if ($this->mode === self::LITERAL && $byte === '$') {
+        if ($byte === '$') {
             $this->literals[] = 0;
             $this->isOperand = false;
             $this->mode = self::CODE;
             return $offset + 2;
         }
-        $width = $this->mode === self::COMMENT ? 2 : 1;
         $this->isOperand = $this->isOperand || !in_array($this->mode, [self::COMMENT, self::LINE_COMMENT], true);
         $this->mode = match (true) {
             $this->mode === self::REGEX && $byte === '[' => self::REGEX_CLASS,
             $this->mode === self::REGEX_CLASS && $byte === ']' => self::REGEX,
             default => self::CODE,
         };
-        return $offset + $width;
+        return $offset + ($byte === '*' ? 2 : 1);
     }
 }

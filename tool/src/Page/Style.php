@@ -9,18 +9,17 @@ final class Style implements Scanner
     private const URL = 'address';
     private const COMMENT = 'comment';
 
-    private const TOKENS = '~\G(?:/\*(*MARK:comment)|"(*MARK:")|\'(*MARK:\')|url\(\s*+(?=[^"\'\s])(*MARK:url)'
-        . '|:(*MARK:colon)|[;{}](*MARK:end)|(?:[^/"\':;{}\\\\u]|\\\\.|u(?!rl\()|url\((?=\s*["\'])|/(?!\*))++)~si';
+    // What may end each mode, or belongs to what follows.
+    private const STOPS = [
+        self::CODE => '/"\':;{}\\uU',
+        '"' => "\"\\\n",
+        "'" => "'\\\n",
+        self::URL => ')\\',
+        self::COMMENT => '*',
+    ];
 
     // What may become an address, a comment or an escape.
-    private const UNCLEAR = '~(?:/|\\\\|(?<![a-z])u(?:r(?:l(?:\(\s*)?)?)?)\z~i';
-
-    private const INSIDE = [
-        '"' => '~\G(?:[^"\\\\\n]|\\\\.)++~s',
-        "'" => "~\\G(?:[^'\\\\\n]|\\\\.)++~s",
-        self::URL => '~\G(?:[^)\\\\]|\\\\.)++~s',
-        self::COMMENT => '~\G(?:[^*]|\*(?!/|\z))++~',
-    ];
+    private const UNCLEAR = '~\G(?:/|\\\\|(?<![\w-])u(?:r(?:l(?:\(\s*+)?)?)?)\z~i';
 
     private const ADVICE = 'choose among values of your own by sections or classes, or vouch for it';
 
@@ -39,12 +38,11 @@ final class Style implements Scanner
     {
         $text = $this->pending . $text;
         $this->pending = '';
-        if ($this->mode === self::CODE && preg_match(self::UNCLEAR, $text, $match)) {
-            $this->pending = $match[0];
-            $text = substr($text, 0, -strlen($match[0]));
-        }
         for ($offset = 0, $length = strlen($text); $offset < $length;) {
-            $offset = $this->mode === self::CODE ? $this->code($text, $offset) : $this->inside($text, $offset);
+            $offset += strcspn($text, self::STOPS[$this->mode], $offset);
+            if ($offset < $length) {
+                $offset += $this->mode === self::CODE ? $this->code($text, $offset) : $this->inside($text, $offset);
+            }
         }
     }
 
@@ -74,33 +72,42 @@ final class Style implements Scanner
         return "style:$this->where,$this->mode,$this->pending," . (int) $this->isValue;
     }
 
+    /** What stands at a stop within code; returns its length. */
     private function code(string $text, int $offset): int
     {
-        if (!preg_match(self::TOKENS, $text, $match, 0, $offset)) {
-            return $offset + 1;
+        $byte = $text[$offset];
+        if (preg_match(self::UNCLEAR, $text, $match, 0, $offset)) {
+            $this->pending = $match[0];
+            return strlen($match[0]);
         }
-        $token = $match['MARK'] ?? '';
-        $this->mode = match ($token) {
-            '"', "'" => $token,
-            'comment' => self::COMMENT,
-            'url' => self::URL,
-            default => self::CODE,
-        };
-        $this->isValue = $token === 'colon' || ($token !== 'end' && $this->isValue);
-        return $offset + strlen($match[0]);
+        if ($byte === ':' || $byte === ';' || $byte === '{' || $byte === '}') {
+            $this->isValue = $byte === ':';
+        } elseif ($byte === '"' || $byte === "'") {
+            $this->mode = $byte;
+        } elseif ($byte === '\\') {
+            return 2;
+        } elseif ($byte === '/' && $text[$offset + 1] === '*') {
+            $this->mode = self::COMMENT;
+            return 2;
+        } elseif (preg_match('~\G(?<![\w-])url\(\s*+(?!["\'\s]|\z)~i', $text, $match, 0, $offset)) {
+            $this->mode = self::URL;
+            return strlen($match[0]);
+        }
+        return 1;
     }
 
+    /** What stands at a stop within quotes, an address or a comment; returns its length. */
     private function inside(string $text, int $offset): int
     {
-        if (preg_match(self::INSIDE[$this->mode], $text, $match, 0, $offset)) {
-            return $offset + strlen($match[0]);
+        $byte = $text[$offset];
+        $next = $text[$offset + 1] ?? '';
+        if ($byte === '\\' || $byte === '*') {
+            $this->pending = $next === '' ? $byte : '';
+            if ($byte === '\\' || $next !== '/') {
+                return $byte === '\\' ? 2 : 1;
+            }
         }
-        if ($offset + 1 === strlen($text) && ($text[$offset] === '\\' || $text[$offset] === '*')) {
-            $this->pending = $text[$offset];
-            return $offset + 1;
-        }
-        $width = $this->mode === self::COMMENT ? 2 : 1;
         $this->mode = self::CODE;
-        return $offset + $width;
+        return $byte === '*' ? 2 : 1;
     }
 }
