@@ -57,6 +57,12 @@ if test "$PHP_TEMPLATE" != "no"; then
   AC_LANG_POP([C++])
   if test -n "$template_lto"; then
     TEMPLATE_SHARED_LIBADD="$TEMPLATE_SHARED_LIBADD -Wc,$template_lto"
+    dnl What is compiled while linking has a folder in its debug information, too; libtool would drop the flag there.
+    for template_flag in $CXXFLAGS; do
+      case $template_flag in
+        -ffile-prefix-map=*|-fdebug-prefix-map=*) TEMPLATE_SHARED_LIBADD="$TEMPLATE_SHARED_LIBADD -Wc,$template_flag" ;;
+      esac
+    done
   fi
 
   template_flags="-DZEND_ENABLE_STATIC_TSRMLS_CACHE=1 $PHP_TEMPLATE_STDCXX $template_lto $template_hardening -I@ext_srcdir@/src -fvisibility=hidden -fvisibility-inlines-hidden -Wall -Wextra -Wformat -Werror=format-security"
