@@ -76,10 +76,12 @@ function schemaOf(string $page): array
 /** A PHPDoc comment has to be one. */
 function phpDoc(string $text): void
 {
-    $constants = new \PHPStan\PhpDocParser\Parser\ConstExprParser();
-    $types = new \PHPStan\PhpDocParser\Parser\TypeParser($constants);
-    $tokens = new \PHPStan\PhpDocParser\Parser\TokenIterator((new \PHPStan\PhpDocParser\Lexer\Lexer())->tokenize($text));
-    $node = (new \PHPStan\PhpDocParser\Parser\PhpDocParser($types, $constants))->parse($tokens);
+    // Its second version, which Debian 13 has, wants to be configured.
+    $config = class_exists(\PHPStan\PhpDocParser\ParserConfig::class) ? [new \PHPStan\PhpDocParser\ParserConfig([])] : [];
+    $constants = new \PHPStan\PhpDocParser\Parser\ConstExprParser(...$config);
+    $types = new \PHPStan\PhpDocParser\Parser\TypeParser(...$config, ...[$constants]);
+    $tokens = new \PHPStan\PhpDocParser\Parser\TokenIterator((new \PHPStan\PhpDocParser\Lexer\Lexer(...$config))->tokenize($text));
+    $node = (new \PHPStan\PhpDocParser\Parser\PhpDocParser(...$config, ...[$types, $constants]))->parse($tokens);
     $parameters = $node->getParamTagValues();
     if (count($parameters) !== 1 || $parameters[0]->parameterName !== '$data') {
         echo "no PHPDoc: $text\n";

@@ -13,14 +13,16 @@ final class Application extends ConsoleApplication
         parent::__construct('template', phpversion('template') ?: 'without the extension');
         $this->setAutoExit(false);
         $this->setCatchExceptions(false);
-        $this->add(new RenderCommand());
-        $this->add(new CheckCommand());
-        $this->add(new TreeCommand());
-        $this->add(new NeedsCommand());
-        $this->add(new ExplainCommand());
-        $this->add(new LiteralCommand());
-        $this->add(new CompletionCommand());
-        $this->add(new LspCommand());
+        $this->addCommands([
+            new RenderCommand(),
+            new CheckCommand(),
+            new TreeCommand(),
+            new NeedsCommand(),
+            new ExplainCommand(),
+            new LiteralCommand(),
+            new CompletionCommand(),
+            new LspCommand(),
+        ]);
     }
 
     /** A misspelt command is an error and no question. */
