@@ -85,7 +85,7 @@ table([
         watcher() ? '' : "ulimit -s $size;"
     ), null, 'x ' . (watcher() ? 'x ' : $deep) . '| exit 0'], [96, 128, 256]),
     ...array_map(fn($size) => ["a Fiber of $size KB", $run(
-        '$fiber = new Fiber(fn() => print(nested(5, "{dynamic l}", "{/dynamic}") . " " . nested(5000, "{dynamic l}", "{/dynamic}"))); $fiber->start();',
+        '$fiber = new Fiber(fn() => print(nested(5, "{dynamic l}", "{/dynamic}") . " " . nested(100000, "{dynamic l}", "{/dynamic}"))); $fiber->start();',
         '',
         watcher() ? '' : "-d fiber.stack_size={$size}K"
     ), null, "x $deep| exit 0"], [96, 128]),
