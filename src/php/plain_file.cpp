@@ -22,9 +22,9 @@ bool isPlain(const char* sName) {
 	return *sName == '/' || (!namesWrapper(PG(include_path)) && !namesWrapper(zend_get_executed_filename()));
 }
 
-/// Opens a file at the first place of the include path at which there is one. Returns -1 when it takes more than that: the
-/// caller then has to go PHP's way, which finds out where the file lies before it opens it. (The kernel knows the current
-/// folder; PHP would ask for its name each time, which is a sixth of the time of a page with many includes.)
+/// Opens a file where nearly all lie: at its own path, or in the first folder of the include path. Returns -1 when it isn't
+/// there or more has to be known; the caller then goes PHP's way, which finds out where a file lies before it opens it. (The
+/// kernel knows the current folder; PHP would ask for its name each time, a sixth of the time of a page with many includes.)
 int openDirectly(const char* sName) {
 #ifdef VIRTUAL_DIR
 	return -1; // each thread has a current folder of its own, of which the kernel knows nothing
