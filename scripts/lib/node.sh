@@ -1,4 +1,4 @@
-# What the scripts share that need Node. To be sourced by bash, behind lib.sh.
+# What the scripts share that need Node. To be sourced by bash, behind common.sh.
 # shellcheck shell=bash
 : "${builds:?}"
 

@@ -1,4 +1,4 @@
-# What a module must carry against attacks, read from the file itself. To be sourced behind lib.sh.
+# What a module must carry against attacks, read from the file itself. To be sourced behind common.sh.
 # shellcheck shell=bash
 
 # hardening_faults FILE [packaged] prints one line for each protection that the file lacks. The stack protector is asked

@@ -47,7 +47,7 @@ function listed(string $file, string $pattern): array
     return $found[1];
 }
 
-chdir(dirname(__DIR__));
+chdir(dirname(__DIR__, 2));
 $engine = listed('src/tree/keywords.h', '~^\tKeyword\{"([^"]+)"~m');
 $grammar = 'editors/vscode-template/syntaxes/template.tmLanguage.json';
 $begins = array_column(

@@ -1,8 +1,8 @@
-# What the scripts of this folder share: tools, packages, builds. To be sourced by bash.
+# What all scripts share: tools, packages, builds. To be sourced by bash.
 # shellcheck shell=bash
 
 set -euo pipefail
-root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd -P)
 builds=$root/build
 
 die() {

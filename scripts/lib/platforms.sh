@@ -1,4 +1,4 @@
-# The platforms of scripts/matrix and how each is brought up. To be sourced behind lib-chroot.sh.
+# The platforms of scripts/matrix and how each is brought up. To be sourced behind chroot.sh.
 # shellcheck shell=bash
 : "${builds:?}" "${matrix:=$builds/matrix}"
 

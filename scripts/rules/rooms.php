@@ -38,7 +38,7 @@ const PRIVATE_TO_PHP = [
     'zend_string_init(' => 'memory that is asked for otherwise than by requestMemory',
 ];
 
-chdir(dirname(__DIR__) . '/src');
+chdir(dirname(__DIR__, 2) . '/src');
 $faults = [];
 foreach ([...glob('*.{h,cpp}', GLOB_BRACE), ...glob('*/*.{h,cpp}', GLOB_BRACE)] as $file) {
     if ($file === 'template_arginfo.h') {

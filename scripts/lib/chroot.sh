@@ -1,4 +1,4 @@
-# Bare Debian systems in folders, for what has to be seen on a machine without anything. To be sourced behind lib.sh.
+# Bare Debian systems in folders, for what has to be seen on a machine without anything. To be sourced behind common.sh.
 # shellcheck shell=bash
 : "${builds:?}" "${root:?}"
 
