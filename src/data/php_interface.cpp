@@ -22,8 +22,8 @@ const zval* PHPInterface::hashIndexFind(zend_ulong nIndex, const zval* phpData) 
 	}
 }
 
-const zval* PHPInterface::hashFindAnywhere(const Index& oKey, const HashTable* oTable) {
-	return findKey(oTable, oKey.sKey, oKey.oHint);
+const zval* PHPInterface::hashFindAnywhere(const Index& oKey, const HashTable* oColumns) {
+	return findKey(oColumns, oKey.sKey, oKey.oHint);
 }
 
 HashTable* PHPInterface::acquireTable(const zval* phpData) {

@@ -13,19 +13,15 @@ public:
 	/// Looks a string key up in the array `phpData`, or in the user data when `phpData` is null. Numeric texts stay
 	/// strings. Returns null when there is no such element or `phpData` is no array; objects are not looked into.
 	const zval* hashFind(const Index& oKey, const zval* phpData) const {
-		return hashFindIn(oKey, phpData ? phpData : userData);
+		return hashFindIn(oKey, columnsOf(phpData ? phpData : userData));
 	}
 
-	/// The same for data that is not null.
-	static const zval* hashFindIn(const Index& oKey, const zval* phpData) {
-		if (Z_TYPE_P(phpData) != IS_ARRAY) {
-			return nullptr;
-		}
+	/// The same in a value's columns.
+	static const zval* hashFindIn(const Index& oKey, const HashTable* oColumns) {
 		// A column of a table is found without a walk through the hash.
-		const HashTable* oTable = Z_ARRVAL_P(phpData);
 		const zval* phpFound =
-			findAtHint(oTable, oKey.oHint, [&](const zend_string* sOther) { return sameText(sOther, oKey.sKey); });
-		return phpFound ? phpFound : hashFindAnywhere(oKey, oTable);
+			findAtHint(oColumns, oKey.oHint, [&](const zend_string* sOther) { return sameText(sOther, oKey.sKey); });
+		return phpFound ? phpFound : hashFindAnywhere(oKey, oColumns);
 	}
 
 	/// Looks a path of one component up in the user data; like `hashFind` for a string key, and null for an integer key.
@@ -63,7 +59,7 @@ private:
 		return ZSTR_LEN(sOne) == ZSTR_LEN(sOther) && byte_scan::same(ZSTR_VAL(sOne), ZSTR_VAL(sOther), ZSTR_LEN(sOne));
 	}
 
-	[[gnu::noinline]] static const zval* hashFindAnywhere(const Index& oKey, const HashTable* oTable);
+	[[gnu::noinline]] static const zval* hashFindAnywhere(const Index& oKey, const HashTable* oColumns);
 
 	const zval* userData;
 	mutable zval phpHeld; ///< the value that was last found in an object that keeps its elements elsewhere

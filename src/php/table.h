@@ -47,6 +47,12 @@ inline TableElement elementAt(const HashTable* oTable, uint32_t nSlot) {
 							: keyedElementAt(oTable, nSlot);
 }
 
+/// The table in which the string keys of a value are found: an array's own, an empty one for all else. (A packed table has
+/// no string keys.)
+inline const HashTable* columnsOf(const zval* phpValue) {
+	return Z_TYPE_P(phpValue) == IS_ARRAY && !isPacked(Z_ARRVAL_P(phpValue)) ? Z_ARRVAL_P(phpValue) : &zend_empty_array;
+}
+
 /// Where a string key was found last. Rows of one origin keep their keys in the same places.
 struct KeyHint {
 	uint32_t nSlot = UINT32_MAX;
@@ -54,11 +60,11 @@ struct KeyHint {
 	const zend_string* sKey;
 };
 
-/// The value in an array at which a hint points, if `isKey` finds that its key is the one; else null.
+/// The value at which a hint points in a table that is not packed, if `isKey` finds that its key is the one; else null.
 template <typename IsKey>
-inline const zval* findAtHint(const HashTable* oTable, const KeyHint& oHint, IsKey isKey) {
-	if (oHint.nSlot < oTable->nNumUsed && !HT_IS_PACKED(oTable)) {
-		const Bucket& oBucket = oTable->arData[oHint.nSlot];
+inline const zval* findAtHint(const HashTable* oColumns, const KeyHint& oHint, IsKey isKey) {
+	if (oHint.nSlot < oColumns->nNumUsed) {
+		const Bucket& oBucket = oColumns->arData[oHint.nSlot];
 		if (Z_TYPE(oBucket.val) != IS_UNDEF && (oBucket.key == oHint.sKey || (oBucket.key && isKey(oBucket.key)))) {
 			return &oBucket.val;
 		}
@@ -66,12 +72,12 @@ inline const zval* findAtHint(const HashTable* oTable, const KeyHint& oHint, IsK
 	return nullptr;
 }
 
-/// Finds a string key, its hash computed, and notes where. Returns null when there is no such element.
-inline const zval* findKey(const HashTable* oTable, const zend_string* sKey, KeyHint& oHint) {
-	const zval* phpFound = zend_hash_find_known_hash(oTable, sKey);
+/// Finds a string key, its hash computed, in a table that is not packed, and notes where. Returns null when there is no such element.
+inline const zval* findKey(const HashTable* oColumns, const zend_string* sKey, KeyHint& oHint) {
+	const zval* phpFound = zend_hash_find_known_hash(oColumns, sKey);
 	if (phpFound) {
 		const auto* oBucket = reinterpret_cast<const Bucket*>(phpFound);
-		oHint.nSlot = static_cast<uint32_t>(oBucket - oTable->arData);
+		oHint.nSlot = static_cast<uint32_t>(oBucket - oColumns->arData);
 		oHint.sKey = ZSTR_IS_INTERNED(oBucket->key) ? oBucket->key : sKey;
 	}
 	return phpFound;

@@ -30,6 +30,7 @@ public:
 								oElement.sKey ? byte_scan::upToNul(oElement.sKey) : std::string_view()};
 			}
 			if (EXPECTED(oLoop.phpValue)) {
+				oLoop.oColumns = columnsOf(oLoop.phpValue);
 				return true;
 			}
 		}

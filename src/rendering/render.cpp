@@ -95,7 +95,7 @@ void Template::_getResult(const BlockList& subBlockList, ElementWalk* oElements,
 inline const zval* Template::findDynamicValue(const DynamicReference& oReference) const {
 	switch (oReference.eTarget) {
 		case DynamicReference::COLUMN:
-			return PHPInterface::hashFindIn(*oReference.listIndexes, oReference.oDynamicBlock->oLoop.phpValue);
+			return PHPInterface::hashFindIn(*oReference.listIndexes, oReference.oDynamicBlock->oLoop.oColumns);
 		case DynamicReference::PATH:
 			return findVariable(oReference.listIndexes, oReference.oDynamicBlock->oLoop.phpValue);
 		case DynamicReference::NOTHING:

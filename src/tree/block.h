@@ -127,7 +127,9 @@ public:
 struct LoopState {
 	ElementKey phpKey;
 	const zval* phpValue = nullptr;
-	HashTable* phpTable = nullptr;      ///< one reference is held
+	const HashTable* oColumns =
+		nullptr;                   ///< what the element has under string keys; looked up once for all tags of a row
+	HashTable* phpTable = nullptr; ///< one reference is held
 	DynamicBlock* oOuterLoop = nullptr; ///< the next enclosing block that holds a table
 };
 
