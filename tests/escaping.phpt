@@ -34,6 +34,9 @@ $sides = [
     ['empty', '', $e, '', ''],
     ['integer', -5, $a, '', '-5'],
     ['float', 1e100, $u, '', '1.0E%2B100'],
+    ['not a number', NAN, $u, '', 'NAN'],
+    ['not a number', NAN, $e, '', 'NAN'],
+    ['infinite', -INF, $u, '', '-INF'],
     ['true', true, $s, '', '1'],
     ['false', false, $s, '', ''],
     ['null', null, $e, '', ''],
@@ -103,5 +106,5 @@ table([
 ]);
 ?>
 --EXPECT--
-93 rows
+102 rows
 13 rows

@@ -42,6 +42,13 @@ final class Fixed
     }
 }
 
+#[AllowDynamicProperties]
+class Row extends SplFixedArray
+{
+    public $own = 'o';
+    private $kept = 'k';
+}
+
 function numbers(): Generator
 {
     yield 1;
@@ -51,6 +58,10 @@ $keys = '{dynamic l}{dynamic *}{[*]}.{/dynamic}{/dynamic}';
 $values = '{dynamic l}{dynamic *}{*}.{/dynamic}{/dynamic}';
 $under = fn(object $object): array => ['l' => [['num' => $object]]];
 $fixed = SplFixedArray::fromArray(['a', ['b'], new Spy(null, 'c')]);
+$row = new Row(3);
+$row[0] = 'a';
+$row[2] = ['b'];
+$row->late = 'l';
 $weak = new WeakMap();
 $weak[$fixed] = 1;
 $container = new ArrayObject(['inside' => 1], ArrayObject::ARRAY_AS_PROPS);
@@ -74,6 +85,7 @@ table([
     ['read-only properties, one without a value', $values, $under(new Fixed()), 't.'],
     ['properties removed', $keys, $under($unset), 'b.'],
     ['SplFixedArray', $values, $under($fixed), noted('a.Array.c.', 'Array to string conversion')],
+    ['class derived from SplFixedArray', $keys . $values, $under($row), noted('own..late.0.1.2.o.k.l.a..Array.', 'Array to string conversion')],
     ['container', $keys, $under($container), ''],
     ['container that lists its properties', $keys, $under($listed), ''],
     ['class derived from a container', $values, $under($inherits), 'o.k.'],
@@ -82,6 +94,7 @@ table([
 
     ['integer keys of objects', '{dynamic l}{*::0} {*::1::0} {*::5} {*::-1} {optional *::0}y{/optional},{/dynamic}', ['l' => [$fixed, $numbered, $container]],
         'a b {*::5} {*::-1} y,{*::0} {*::1::0} {*::5} {*::-1} ,{*::0} {*::1::0} {*::5} {*::-1} ,'],
+    ['elements and properties of a derived class', "{dynamic l}{*::0}{*::2::0}{*::1 'null'}{*::3 'none'}{*::own 'own'}{/dynamic}", ['l' => [$row]], 'abnoneown'],
     ['rows at integer keys of an object', '{dynamic n,l}{dynamic n::*::1}{*}{/dynamic}{dynamic *::1}{n::*::0}{/dynamic}{/dynamic}', ['l' => [$fixed]], 'ba'],
     ['a table built anew in the walk of itself', '{dynamic l}{dynamic *}{dynamic l}{*::0}{dynamic *}{[*]}{/dynamic}{/dynamic};{/dynamic}{/dynamic}',
         ['l' => [['num' => $fixed]]], '{*::0}012;{*::0}012;{*::0}012;'],
@@ -160,5 +173,5 @@ table([
 ]);
 ?>
 --EXPECT--
-21 rows
+23 rows
 18 rows

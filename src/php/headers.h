@@ -10,6 +10,9 @@ extern "C" {
 #include "php_streams.h"
 #include "zend_exceptions.h"
 #include "zend_fibers.h"
+#if PHP_VERSION_ID >= 80400
+#include "zend_lazy_objects.h"
+#endif
 
 #include "ext/spl/spl_fixedarray.h"
 #include "ext/standard/html.h"

@@ -4,7 +4,28 @@
 
 namespace {
 
+/// Holds an object while its properties are asked for: since PHP 8.4 that may run user code, which may let go of it.
+class HeldObject {
+public:
+	explicit HeldObject(zend_object* _object) : object(_object) { GC_ADDREF(object); }
+	~HeldObject() { OBJ_RELEASE(object); }
+	HeldObject(const HeldObject&) = delete;
+	HeldObject& operator=(const HeldObject&) = delete;
+
+private:
+	zend_object* object;
+};
+
 HashTable* tableOf(zend_object* object) {
+#if PHP_VERSION_ID >= 80400
+	// As PHP's own loop does. Its table alone would be empty for ever once a lazy object has failed to initialise itself.
+	if (UNEXPECTED(zend_object_is_lazy(object))) {
+		object = zend_lazy_object_init(object);
+		if (!object) {
+			return nullptr;
+		}
+	}
+#endif
 	return object->handlers->get_properties(object);
 }
 
@@ -39,6 +60,7 @@ void addTo(HashTable* copy, const HashTable* table, bool bStringKeys) {
 } // namespace
 
 HashTable* properties::copy(zend_object* object) {
+	HeldObject held(object);
 	HashTable* table = tableOf(object);
 	if (!table) {
 		return nullptr;
@@ -54,6 +76,7 @@ HashTable* properties::copy(zend_object* object) {
 }
 
 const zval* properties::find(zend_object* object, zend_ulong index, zval* holder) {
+	HeldObject held(object);
 	HashTable* elements = makeElements(object);
 	HashTable* table = elements ? elements : tableOf(object);
 	const zval* slot = table ? zend_hash_index_find(table, index) : nullptr;

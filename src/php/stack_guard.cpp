@@ -1,6 +1,6 @@
 #include "php/stack_guard.h"
 
-#include "php/headers.h"
+#include "php/fiber_stack.h"
 
 #include <algorithm>
 #include <pthread.h>
@@ -18,40 +18,15 @@ constexpr uintptr_t SURE_ON_MAIN_STACK = 48 * 1024;
 // Beyond this the limit alone doesn't tell how far the main stack can grow: other mappings may stand in its way.
 constexpr uintptr_t FAR_ON_MAIN_STACK = 64 * 1024 * 1024;
 
-struct Stack {
-	uintptr_t nLowest;
-	size_t nSize;
-};
-
-#ifdef ZEND_CHECK_STACK_LIMIT
-/// The stack of the running fiber.
-Stack fiberStack() {
-	zend_fiber_stack* oStack = EG(active_fiber)->context.stack;
-	uintptr_t nBase = reinterpret_cast<uintptr_t>(zend_fiber_stack_base(oStack));
-	uintptr_t nLowest = reinterpret_cast<uintptr_t>(zend_fiber_stack_limit(oStack)) - EG(reserved_stack_size);
-	return {nLowest, nBase - nLowest};
-}
-/// The thread's own stack; its size is 0 when PHP doesn't know it, as without a limit.
+/// The thread's own stack; its size is 0 when PHP doesn't know it: 8.2 never does, later ones don't without a limit.
 Stack threadStack() {
+#ifdef ZEND_CHECK_STACK_LIMIT
 	const zend_call_stack& oStack = EG(call_stack);
 	return {reinterpret_cast<uintptr_t>(oStack.base) - oStack.max_size, oStack.max_size};
-}
 #else
-// PHP 8.2 doesn't tell, and all between here and #endif goes with it: how zend_fibers.c begins its private description.
-struct FiberStack {
-	char* pLowest;
-	size_t nSize;
-};
-
-Stack fiberStack() {
-	const auto* oStack = reinterpret_cast<const FiberStack*>(EG(active_fiber)->context.stack);
-	return {reinterpret_cast<uintptr_t>(oStack->pLowest), oStack->nSize};
-}
-
-Stack threadStack() {
 	return {0, 0};
-}
 #endif
+}
 
 } // namespace
 
@@ -76,7 +51,7 @@ bool StackGuard::useFiberStack(uintptr_t nHere) {
 	if (!EG(active_fiber)) {
 		return false;
 	}
-	Stack oStack = fiberStack();
+	Stack oStack = stackOf(EG(active_fiber)->context.stack);
 	// A layout other than the expected one shows here; the slow way is then right as well.
 	if (nHere - oStack.nLowest < oStack.nSize) {
 		setLimit(oStack.nLowest, oStack.nSize);
