@@ -54,4 +54,4 @@ export default function configure(config) {
 }
 
 /** What a page must know of its examples. */
-const live = (all) => all.map(({ kind, state, text, warnings, source }) => ({ kind, state, text, warnings, source }));
+const live = (all) => all.map(({ kind, state, reason, text, warnings }) => ({ kind, state, reason, text, warnings }));

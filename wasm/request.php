@@ -3,6 +3,7 @@
 // Serves one request of the page, which lies in /request.json: {"job": "version"}, or "render" or "check" with
 // "files" (texts by name), "data" (the text of a JSON object) and, for a check, "security". Prints one JSON object:
 // {"error": "…"} when it isn't served, {"stopped": "memory"|"size"} or {"fatal": "…"} when it had to be broken off.
+// A page that has a script.php is what that prints; what it leaves behind is for the Worker's owner to clear away.
 
 use TemplateTool\Check\Checker;
 use TemplateTool\Check\Options;
@@ -10,12 +11,14 @@ use TemplateTool\Json\Broken;
 use TemplateTool\Json\JsonText;
 
 const PAGE = 'page.tpl';
+const SCRIPT = 'script.php';
 const NAME = '~^(?=.{1,80}\z)(?:[A-Za-z0-9_][A-Za-z0-9_.-]*/){0,4}[A-Za-z0-9_][A-Za-z0-9_.-]*\z~';
 const LARGEST_PAGE = 1 << 20;
 const MOST_FINDINGS = 200;
 const LARGEST_TREE = 1 << 20;
 
 require __DIR__ . '/tool/autoload.php';
+require __DIR__ . '/script.php';
 
 /** A request that isn't served, with a sentence for the reader. */
 final class Refusal extends RuntimeException
@@ -97,9 +100,11 @@ function rendered(array $data): array
 /** @return array<string, mixed> */
 function checked(array $data, bool $security): array
 {
-    $checker = new Checker(new Options(security: $security, data: $data));
+    // What a script hands to its templates, only a run can tell.
+    $isScript = is_file(SCRIPT);
+    $checker = new Checker(new Options(security: $security, data: $isScript ? null : $data));
     $found = $checker->checkFiles(templates('.'));
-    $tree = json_encode($checker->treeOfFile(PAGE), JSON_INVALID_UTF8_SUBSTITUTE, 1024);
+    $tree = json_encode($isScript ? null : $checker->treeOfFile(PAGE), JSON_INVALID_UTF8_SUBSTITUTE, 1024);
     return [
         'findings' => array_slice($found, 0, MOST_FINDINGS),
         'more' => max(0, count($found) - MOST_FINDINGS),
@@ -111,7 +116,7 @@ function checked(array $data, bool $security): array
 function templates(string $folder): array
 {
     $files = [];
-    foreach (array_diff(scandir($folder), ['.', '..']) as $name) {
+    foreach (array_diff(scandir($folder), ['.', '..', SCRIPT]) as $name) {
         $path = $folder === '.' ? $name : "$folder/$name";
         array_push($files, ...(is_dir($path) ? templates($path) : [$path]));
     }
@@ -126,11 +131,14 @@ function answer(array $request): array
     }
     put($request['files']);
     $data = data($request['data']);
-    if ($request['job'] === 'check') {
-        return checked($data, $request['security'] ?? false);
+    if ($request['job'] === 'render' && isset($request['files'][SCRIPT])) {
+        (new Script(SCRIPT))->run($data);
     }
     foreach (stream_get_wrappers() as $wrapper) {
         $wrapper === 'file' || stream_wrapper_unregister($wrapper);
+    }
+    if ($request['job'] === 'check') {
+        return checked($data, $request['security'] ?? false);
     }
     ini_set('open_basedir', getcwd());
     return rendered($data);
@@ -138,7 +146,9 @@ function answer(array $request): array
 
 register_shutdown_function(static function (): void {
     $error = error_get_last();
-    if (str_starts_with($error['message'] ?? '', 'Allowed memory size')) {
+    if (ob_get_level() > 0) {
+        // A script's own answer.
+    } elseif (str_starts_with($error['message'] ?? '', 'Allowed memory size')) {
         echo '{"stopped":"memory"}';
     } elseif (in_array($error['type'] ?? 0, [E_ERROR, E_CORE_ERROR, E_COMPILE_ERROR], true)) {
         echo json_encode(['fatal' => $error['message']], JSON_INVALID_UTF8_SUBSTITUTE);

@@ -2,23 +2,24 @@
 
 // Prints the examples of the manual as JSON, {"guide.md": [...], ...}, and those that the playground offers besides:
 //   php examples.php NAME=PATH...
-// Example: {line, kind, outcomeLine, text, warnings, state}. state is {files: {name: text}, data: JSON text}, of which the
-// file page.tpl is rendered; it is null when the example is a script, when JSON can't hold the data, or when the example
-// needs what a hidden script has made.
+// Example: {line, kind, outcomeLine, text, warnings, state, reason}. state is {files: {name: text}, data: JSON text}, of
+// which the file script.php is run or, where there is none, page.tpl is rendered. It is null for what isn't run in the
+// browser; not-live.tsv has the reason.
 
 require dirname(__DIR__, 2) . '/tests/manual.inc';
 
 const PAGE = 'page.tpl';
+const SCRIPT = 'script.php';
 
 /**
- * The text of every file that the template leads to, itself as page.tpl.
+ * The text of every file that the entry leads to; a template itself is page.tpl then.
  *
  * @param array<string, string> $files
  * @return array<string, string>
  */
 function reached(string $entry, array $files, string $json): array
 {
-    $reached = [PAGE => $files[$entry]];
+    $reached = [$entry === SCRIPT ? SCRIPT : PAGE => $files[$entry]];
     unset($files[$entry], $files[PAGE]);
     do {
         $all = implode("\n", $reached) . $json;
@@ -88,20 +89,72 @@ function data(Example $example): array
     return (static fn(string $code): array => eval($code))($example->data);
 }
 
-/** @return list<array<string, mixed>> */
-function ofPage(Manual $manual): array
+/**
+ * A script as a file of its own, with the templates that it names. What a hidden script has made just before stands at its
+ * beginning.
+ *
+ * @return array{files: array<string, string>, data: string}
+ */
+function script(Example $example, string $before): array
 {
-    return array_map(static fn(Example $example): array => [
-        'line' => $example->line,
-        'kind' => $example->kind,
-        'outcomeLine' => $example->outcomeLine,
-        'text' => $example->text,
-        // In the page's own place every template is called page.tpl.
-        'warnings' => str_replace(" in $example->source", ' in ' . PAGE, $example->warnings),
-        'state' => isset($example->files[$example->source]) && !$example->prepared
-            ? state($example->source, $example->files, data($example))
-            : null,
-    ], array_values(array_filter($manual->examples, static fn(Example $example): bool => !$example->hidden)));
+    $text = "<?php\n\n" . ($before === '' ? '' : "$before\n") . $example->source;
+    return ['files' => reached(SCRIPT, [SCRIPT => $text] + $example->files, ''), 'data' => '{}'];
+}
+
+/** Why an example isn't live; null when it is. */
+function reason(string $page, Example $example): ?string
+{
+    static $rows = null;
+    $rows ??= array_map(
+        static fn(string $line): array => explode("\t", $line),
+        array_slice(file(__DIR__ . '/not-live.tsv', FILE_IGNORE_NEW_LINES), 1)
+    );
+    foreach ($rows as [$name, $text, $reason]) {
+        $all = $example->source . ($example->files[$example->source] ?? '') . implode("\n", $example->warnings);
+        if ($name === $page && str_contains($all, $text)) {
+            return $reason;
+        }
+    }
+    return null;
+}
+
+/** @return list<array<string, mixed>> */
+function ofPage(string $page, Manual $manual): array
+{
+    $all = [];
+    foreach ($manual->examples as $at => $example) {
+        if ($example->hidden) {
+            continue;
+        }
+        $reason = reason($page, $example);
+        $all[] = [
+            'line' => $example->line,
+            'kind' => $example->kind,
+            'outcomeLine' => $example->outcomeLine,
+            'text' => $example->text,
+            // In the page's own place every template is called page.tpl.
+            'warnings' => $example->kind === 'script'
+                ? $example->warnings
+                : str_replace(" in $example->source", ' in ' . PAGE, $example->warnings),
+            'state' => match (true) {
+                $reason !== null || $example->kind === 'signature' => null,
+                $example->kind === 'script' => script($example, $example->prepared ? hiddenBefore($manual, $at) : ''),
+                default => state($example->source, $example->files, data($example)),
+            },
+            'reason' => $reason,
+        ];
+    }
+    return $all;
+}
+
+/** The hidden scripts that stand directly before an example. */
+function hiddenBefore(Manual $manual, int $at): string
+{
+    $text = '';
+    while ($at > 0 && $manual->examples[--$at]->hidden) {
+        $text = $manual->examples[$at]->source . $text;
+    }
+    return $text;
 }
 
 /** The inline marks of Markdown as HTML. */
@@ -167,7 +220,7 @@ foreach (array_slice($argv, 1) as $argument) {
     [$name, $path] = explode('=', $argument, 2);
     $text = file_get_contents($path);
     $manual = new Manual($text);
-    $pages[$name] = ofPage($manual);
+    $pages[$name] = ofPage($name, $manual);
     if ($name === 'guide.md') {
         array_push($playground, ...steps($text, $manual));
     }

@@ -164,6 +164,34 @@ test("a set of files goes out as one .zip and comes back, also as single files",
   }
 });
 
+test("warnings about security come when they are wanted, also the next time", async () => {
+  await openPlayground();
+  await typeTemplate("<p title={a}>text");
+  await typeData({ a: "x" });
+  await waitForText(rendered(), "text");
+  const noWarning = () => page.waitForFunction(() => !document.querySelector("#list .warning"));
+  await noWarning();
+  await page.getByLabel("Security").check();
+  await page.locator("#list .warning").first().waitFor();
+  await page.reload();
+  await page.locator("#list .warning").first().waitFor();
+  await page.getByLabel("Security").uncheck();
+  await noWarning();
+});
+
+test("a script in place of a page keeps its name, and no other file can take it", async () => {
+  await openPlayground();
+  await page.locator("#upload-files").setInputFiles([
+    ["script.php", "<?php\necho template('a.tpl', $data), PHP_VERSION_ID > 80000;"], ["a.tpl", "{a}!"], ["data.json", '{"a": "A"}'],
+  ].map(([name, content]) => ({ name, mimeType: "text/plain", buffer: Buffer.from(content) })));
+  await waitForText(rendered(), "A!1");
+  await waitForText(page.locator("#time"), "bytes");
+  assert.ok(await page.locator("#partial").isHidden());
+  await tab("a.tpl").click();
+  await page.locator("#name").fill("script.php");
+  assert.match(await page.locator("#name-fault").textContent(), /same name|has this name/);
+});
+
 test("each example renders; the error's example shows its error", async () => {
   await openPlayground();
   const titles = await page.locator("#example option:not([hidden])").allTextContents();

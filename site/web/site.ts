@@ -66,6 +66,7 @@ function startExamples(): void {
   for (const place of document.querySelectorAll<HTMLElement>("[data-example]")) {
     const example = all[Number(place.dataset.example)];
     if (!example?.state) {
+      example?.reason && place.append(quiet(`Not live: ${example.reason}`));
       continue;
     }
     const isRow = place.localName === "tr";
@@ -94,6 +95,10 @@ function startExamples(): void {
     actions.append(edit, playgroundLink(example));
     place.append(actions);
   }
+}
+
+function quiet(text: string): HTMLElement {
+  return Object.assign(document.createElement("p"), { className: "why", textContent: text });
 }
 
 function playgroundLink(example: ManualExample): HTMLElement {

@@ -76,6 +76,14 @@ EMSCRIPTEN_KEEPALIVE int start(const char* settings) {
 	return 1;
 }
 
+/* Keeps scripts from changing a setting. */
+EMSCRIPTEN_KEEPALIVE void lock_setting(const char* name) {
+	zend_ini_entry* setting = zend_hash_str_find_ptr(EG(ini_directives), name, strlen(name));
+	if (setting) {
+		setting->modifiable = ZEND_INI_SYSTEM;
+	}
+}
+
 /* Runs a script as a request of its own. Returns its exit status: 255 after a fatal error. */
 EMSCRIPTEN_KEEPALIVE int run(const char* path) {
 	volatile int status = 255;

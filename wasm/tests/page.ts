@@ -18,6 +18,9 @@ function expect(what: string, got: unknown, wanted: unknown): void {
 const page = (template: string, data: unknown = {}, files: Record<string, string> = {}): Request =>
   ({ files: { "page.tpl": template, ...files }, data: JSON.stringify(data) });
 
+const script = (code: string, files: Record<string, string> = {}): Request =>
+  ({ files: { "script.php": `<?php\n${code}`, ...files }, data: '{"name": "Ann"}' });
+
 const refusal = (request: Request) => engine.run(request).then(() => "served", (error) =>
   error instanceof Refused ? error.message : `not refused: ${error}`);
 
@@ -74,6 +77,8 @@ async function tryAll(): Promise<void> {
   const deep = await engine.run({ files: { "page.tpl": "{a}" }, data: '{"a":'.repeat(500) + "1" + "}".repeat(500) });
   expect("deep data", deep.page, "Array");
 
+  await tryScripts();
+
   const abort = new AbortController();
   const kept = engine.run(page("kept"));
   const dropped = engine.run(page("dropped"), abort.signal).then(() => "ran", (error: Error) => error.name);
@@ -88,6 +93,44 @@ async function tryAll(): Promise<void> {
   await engine.run(page("again"));
   const ready = performance.now() - start;
   times = `first result ${Math.round(cold)} ms, with another Worker ${Math.round(warm)}, ready ${Math.round(ready)}`;
+}
+
+async function tryScripts(): Promise<void> {
+  const printed = await engine.run(script("echo template('a.tpl', $data), '.';", { "a.tpl": "{name}" }));
+  expect("what a script prints", [printed.page, printed.messages, printed.findings], ["Ann.", [], []]);
+  const late = script("register_shutdown_function(fn() => print('b')); echo 'a'; exit(1);");
+  expect("and prints at its end", (await engine.run(late)).page, "ab");
+  const cleared = script("echo 'a'; @ob_end_clean(); @ob_clean(); ob_start(); echo 'b'; ob_end_clean(); echo 'c';");
+  expect("a buffer of its own", (await engine.run(cleared)).page, "ac");
+
+  for (const [what, code, line, message] of [
+    ["a warning", "\n  template('none.tpl', []);", 3, "Could not open file none.tpl"],
+    ["an exception", "\nthrow new LogicException('oh');", 3, "Uncaught LogicException: oh"],
+    ["what can't be read", "echo 1;\necho ];", 3, "Unmatched"],
+    ["a fatal error", "class A {}\nclass B extends A { final function x() {} }\nclass C extends B { function x() {} }", 4, "Cannot override"],
+    ["a file behind", "\nrequire 'gone.php';", 3, "Failed opening"],
+  ] as const) {
+    const { findings } = await engine.run(script(code));
+    const { file, line: at, message: told = "" } = findings.at(-1) ?? {};
+    expect(`${what} has its place`, [file, at, told.includes(message)], ["script.php", line, true]);
+  }
+  const broken = await engine.run(script("@template('a.tpl', []);", { "a.tpl": "{optional a}" }));
+  expect("a template's error has its own", broken.findings.map(({ file, line }) => [file, line]), [["a.tpl", 1]]);
+
+  for (const [what, code, sentence] of [
+    ["time", "while (true);", /^The page took more than 2 seconds/],
+    ["buffers", "while (ob_get_level()) @ob_end_clean();", /^The page took more than 2 seconds/],
+    ["memory", "ini_set('memory_limit', '-1'); $a = str_repeat('a', 1 << 27);", /^The page needed more than 64 MB/],
+    ["size", "echo str_repeat('a', 1 << 21);", /^The page is larger than 1 MB/],
+  ] as const) {
+    const { page: text, stopped } = await engine.run(script(code));
+    expect(`a script's ${what}`, [text, sentence.test(stopped ?? "")], [null, true]);
+  }
+  const network = `$results = [@file_get_contents('http://127.0.0.1/'), @fsockopen('127.0.0.1', 80), @stream_socket_client('tcp://127.0.0.1:80')];
+    echo count(array_filter($results));`;
+  expect("a script has no network", (await engine.run(script(network))).page, "0");
+  await engine.run(script("file_put_contents('/request.php', '<?php echo 1;'); symlink('/', 'all'); mkdir('x', 0); chmod('/page', 0);"));
+  expect("what a script does to the engine is gone", (await engine.run(page("{a}", { a: "well" }))).page, "well");
 }
 
 let times = "";

@@ -19,6 +19,9 @@ export const MEGABYTES = 64;
 /** The largest page that is handed out, in bytes. */
 export const LARGEST_PAGE = 1 << 20;
 
+/** The file that is run, if there is one. */
+export const SCRIPT = "script.php";
+
 type Job = "version" | "render" | "check";
 type Reason = "time" | "memory" | "size" | "crash";
 /** `fatal` is a fatal error's message, PHP's own. */
@@ -61,13 +64,15 @@ export class Engine {
   async run(request: Request, signal?: AbortSignal): Promise<Result> {
     return this.inTurn(async () => {
       signal?.throwIfAborted();
-      const { stopped, fatal: broken, ...rendered } = await this.ask<Partial<Rendered>>("render", request);
+      const { stopped, fatal: broken, findings: said = [], ...rendered } = await this.ask<Partial<Rendered & Checked>>("render", request);
+      // A script may leave anything behind.
+      SCRIPT in request.files && this.renew();
       signal?.throwIfAborted();
-      const { stopped: unchecked, fatal, ...checked } = await this.ask<Partial<Checked>>("check", request);
+      const { stopped: unchecked, fatal, findings = [], ...checked } = await this.ask<Partial<Checked>>("check", request);
       const none = { page: null, size: null, nanoseconds: null, messages: broken ? [broken] : [] };
       return {
-        ...none, ...rendered, stopped: sentence("The page", stopped),
-        findings: [], more: 0, tree: null, ...checked, unchecked: sentence("The check", unchecked) ?? fatal ?? null,
+        ...none, ...rendered, stopped: sentence("The page", stopped), findings: [...said, ...findings],
+        more: 0, tree: null, ...checked, unchecked: sentence("The check", unchecked) ?? fatal ?? null,
       };
     });
   }
@@ -76,6 +81,13 @@ export class Engine {
   stop(): void {
     this.worker?.then((worker) => worker.terminate()).catch(() => {});
     this.worker = null;
+  }
+
+  /** Nothing that was in the Worker is of any use now. The next one starts at once, so that nobody has to wait for it. */
+  private renew(): void {
+    this.stop();
+    this.worker = this.start();
+    this.worker.catch(() => {});
   }
 
   private inTurn<Content>(call: () => Promise<Content>): Promise<Content> {
@@ -88,10 +100,7 @@ export class Engine {
     const worker = await (this.worker ??= this.start());
     const text = await answerOf(worker, JSON.stringify({ job, ...request }), SECONDS * 1000);
     if (text === "time" || text === "crash") {
-      // Nothing that was in it is of any use now. The next one starts at once, so that nobody has to wait for it.
-      worker.terminate();
-      this.worker = this.start();
-      this.worker.catch(() => {});
+      this.renew();
       return { stopped: text } as Answer<Content>;
     }
     const answer = JSON.parse(text) as Answer<Content>;

@@ -51,6 +51,11 @@ export class Php {
     return this.glue.FS.readdir(folder);
   }
 
+  /** From now on no script can change the setting. */
+  lock(setting: string): void {
+    this.glue.ccall("lock_setting", null, ["string"], [setting]);
+  }
+
   /** The exit status: 255 after a fatal error. */
   run(path: string): number {
     return this.glue.ccall("run", "number", ["string"], [path]);

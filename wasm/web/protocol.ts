@@ -1,6 +1,9 @@
 // What goes between a page and the engine. Lines and columns count from 1, columns in characters.
 
-/** One page: `files` by name, of which `page.tpl` is rendered, and its data as the text of a JSON object. */
+/**
+ * One page: `files` by name, of which `page.tpl` is rendered, and its data as the text of a JSON object. Where there is a
+ * `script.php`, that is run instead, with the data in `$data`, and what it prints is the page.
+ */
 export interface Request {
   files: Record<string, string>;
   data: string;

@@ -6,13 +6,19 @@ import createPhp from "./module.js";
 import { Php } from "./php";
 import { MEGABYTES } from "./engine";
 
-const SETTINGS = `memory_limit=${MEGABYTES}M\ndisplay_errors=0\nallow_url_fopen=0\ninclude_path=.\n`;
+const SETTINGS = `memory_limit=${MEGABYTES}M\ndisplay_errors=0\ninclude_path=.\n`;
 
 let php: Php;
+
+// PHP's sockets would be made of these; a reader's script has no network.
+for (const name of ["WebSocket", "XMLHttpRequest", "fetch", "importScripts"]) {
+  Object.defineProperty(globalThis, name, { value: undefined });
+}
 
 onmessage = async ({ data }: MessageEvent<WebAssembly.Module | string>) => {
   if (typeof data !== "string") {
     php = await Php.start(createPhp, data, SETTINGS);
+    php.lock("memory_limit");
     php.write(image);
     postMessage("ready");
     return;

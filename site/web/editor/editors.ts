@@ -8,7 +8,7 @@ import { EditorState, type Extension } from "@codemirror/state";
 import {
   drawSelection, EditorView, highlightActiveLine, highlightActiveLineGutter, keymap, lineNumbers,
 } from "@codemirror/view";
-import { highlighting, htmlLanguage, templateLanguage } from "./mode";
+import { highlighting, htmlLanguage, phpLanguage, templateLanguage } from "./mode";
 import type { Problem } from "./problems";
 
 const look: Extension = [lineNumbers(), drawSelection(), EditorView.lineWrapping, highlighting];
@@ -29,8 +29,10 @@ function editing(label: string, onChange: () => void): Extension {
   ];
 }
 
-export function templateState(name: string, text: string, onChange: () => void): EditorState {
-  return EditorState.create({ doc: text, extensions: [editing(`Template ${name}`, onChange), templateLanguage] });
+/** The name tells the language. */
+export function fileState(name: string, text: string, onChange: () => void): EditorState {
+  const [label, language] = name.endsWith(".php") ? [`Script ${name}`, phpLanguage] : [`Template ${name}`, templateLanguage];
+  return EditorState.create({ doc: text, extensions: [editing(label, onChange), language] });
 }
 
 export function dataState(text: string, onChange: () => void): EditorState {

@@ -2,12 +2,14 @@
 
 import { EditorView } from "@codemirror/view";
 import type { EditorState } from "@codemirror/state";
-import { dataState, jumpTo, sourceState, templateState, underline } from "./editors";
+import { dataState, fileState, jumpTo, sourceState, underline } from "./editors";
+import { isHtml, showInFrame } from "./frame";
 import { type Problem, problemsOf, problemsOfRefusal, showProblems } from "./problems";
 import { Runner } from "./runner";
 import { DATA, type ManualExample, PAGE, type State, toFragment } from "./state";
 import { showTabs } from "./tabs";
 
+const LABELS: Record<string, string> = { [DATA]: "Data", [PAGE]: "Template" };
 let count = 0;
 
 function part<Name extends keyof HTMLElementTagNameMap>(name: Name, parent: HTMLElement, of: Partial<HTMLElementTagNameMap[Name]> = {}) {
@@ -32,13 +34,21 @@ class LiveExample {
   private readonly runner: Runner;
   private readonly tabs: HTMLElement;
   private readonly panel: HTMLElement;
+  private readonly views: HTMLElement;
+  private readonly source: HTMLElement;
+  private readonly frame: HTMLIFrameElement;
   private readonly time: HTMLElement;
   private readonly list: HTMLElement;
   private readonly count: HTMLElement;
-  private open = PAGE;
+  /** The file that is run. */
+  private readonly first: string;
+  private open: string;
   private problems: Problem[] = [];
+  private page = "";
+  private isFramed = false;
 
   constructor(private readonly original: NonNullable<ManualExample["state"]>, private readonly place: HTMLElement, button: HTMLElement) {
+    this.open = this.first = Object.keys(original.files)[0];
     this.box.className = "live";
     this.box.ariaLabel = "Example";
     const bar = part("div", this.box, { className: "bar" });
@@ -47,9 +57,13 @@ class LiveExample {
     this.panel = part("div", panes, { className: "editor", role: "tabpanel", id: this.id });
     const result = part("div", panes, { className: "outcome" });
     const head = part("div", result, { className: "bar" });
-    part("span", head, { className: "label", textContent: "Result" });
+    this.views = part("div", head, { role: "tablist", ariaLabel: "Result" });
     this.time = part("output", head, { textContent: "loading the engine …" });
-    this.output = new EditorView({ parent: part("div", result, { className: "editor" }), state: sourceState("") });
+    const shown = part("div", result, { className: "shown", role: "tabpanel", id: `${this.id}-result`, ariaLabel: "Result" });
+    this.source = part("div", shown, { className: "editor" });
+    this.output = new EditorView({ parent: this.source, state: sourceState("") });
+    this.frame = part("iframe", shown, { title: "The rendered page", hidden: true });
+    this.frame.setAttribute("sandbox", "");
     this.list = part("ul", this.box, { className: "problems" });
     this.count = part("span", this.box, { className: "hidden", ariaLive: "polite" });
     const foot = part("div", this.box, { className: "actions" });
@@ -58,7 +72,7 @@ class LiveExample {
     const link = part("a", foot, { href: "playground.html", textContent: "Open in the playground" });
     link.onclick = async (event) => {
       event.preventDefault();
-      location.href = "playground.html" + await toFragment({ ...this.current(), open: PAGE, view: "source" });
+      location.href = "playground.html" + await toFragment({ ...this.current(), open: this.first, view: "source" });
     };
 
     this.view = new EditorView({ parent: this.panel });
@@ -77,9 +91,10 @@ class LiveExample {
   private reset(): void {
     const changed = () => this.runner.run();
     for (const [name, text] of Object.entries(this.original.files)) {
-      this.states.set(name, templateState(name, text, changed));
+      this.states.set(name, fileState(name, text, changed));
     }
-    this.states.set(DATA, dataState(this.original.data, changed));
+    // A script brings its own.
+    this.first === PAGE && this.states.set(DATA, dataState(this.original.data, changed));
     this.view.setState(this.states.get(this.open)!);
     this.runner.run(0);
     this.showTabs();
@@ -87,8 +102,9 @@ class LiveExample {
 
   private current(): Pick<State, "files" | "data"> {
     this.states.set(this.open, this.view.state);
-    const text = (name: string) => this.states.get(name)!.doc.toString();
-    return { files: Object.keys(this.original.files).map((name) => ({ name, text: text(name) })), data: text(DATA) };
+    const text = (name: string) => this.states.get(name)?.doc.toString();
+    const files = Object.keys(this.original.files).map((name) => ({ name, text: text(name)! }));
+    return { files, data: text(DATA) ?? this.original.data };
   }
 
   private select(name: string): void {
@@ -102,12 +118,27 @@ class LiveExample {
     this.problems = problems;
     this.box.classList.toggle("stale", page === null);
     this.time.textContent = page === null ? "no page" : `${Math.max(1, Math.round(nanoseconds! / 1e3))} µs`;
-    page === null || this.output.setState(sourceState(page));
+    page === null || this.showPage(page);
     showProblems(this.list, this.count, problems, (file, line, column) => {
       this.states.has(file) && this.select(file);
       jumpTo(this.view, line, column);
     });
     this.mark();
+  }
+
+  /** As text and, where it is HTML, as a browser shows it. */
+  private showPage(page: string): void {
+    this.page = page;
+    const isFramed = this.isFramed && isHtml(page);
+    const tabs = [{ id: "text", label: "Result" }, ...isHtml(page) ? [{ id: "page", label: "Page" }] : []];
+    showTabs(this.views, tabs, isFramed ? "page" : "text", `${this.id}-result`, (id) => {
+      this.isFramed = id === "page";
+      this.showPage(this.page);
+    });
+    this.source.hidden = isFramed;
+    this.frame.hidden = !isFramed;
+    this.output.setState(sourceState(page));
+    isFramed && showInFrame(this.frame, page);
   }
 
   private mark(): void {
@@ -118,7 +149,7 @@ class LiveExample {
   private showTabs(): void {
     const tabs = [...this.states.keys()].map((name) => ({
       id: name,
-      label: name === DATA ? "Data" : name === PAGE ? "Template" : name,
+      label: LABELS[name] ?? name,
       mark: this.problems.find((problem) => problem.file === name)?.severity,
     }));
     showTabs(this.tabs, tabs, this.open, this.id, (name) => this.select(name));

@@ -14,7 +14,7 @@ export class Runner {
   private request: AbortController | null = null;
 
   constructor(
-    private readonly current: () => Pick<State, "files" | "data">,
+    private readonly current: () => Pick<State, "files" | "data"> & { security?: boolean },
     private readonly onResult: (result: Result) => void,
     private readonly onRefusal: (message: string) => void,
   ) {}
@@ -34,9 +34,10 @@ export class Runner {
     this.request?.abort();
     this.request = new AbortController();
     const { signal } = this.request;
-    const { files, data } = this.current();
+    const { files, data, security } = this.current();
+    const texts = Object.fromEntries(files.map(({ name, text }) => [name, text]));
     try {
-      const result = await engine.run({ files: Object.fromEntries(files.map(({ name, text }) => [name, text])), data }, signal);
+      const result = await engine.run({ files: texts, data, security }, signal);
       signal.aborted || this.onResult(result);
     } catch (error) {
       signal.aborted || this.onRefusal(error instanceof Refused ? error.message : String(error));

@@ -1,5 +1,7 @@
 // What the playground and an edited example show, and how a link holds it.
 
+import { SCRIPT } from "../../../wasm/web/engine";
+
 export type View = "page" | "source" | "tree";
 
 export interface TemplateFile {
@@ -8,22 +10,27 @@ export interface TemplateFile {
 }
 
 export interface State {
-  /** The first one is the page. */
+  /** The first one is what is run: the template page.tpl or the script script.php. */
   files: TemplateFile[];
   data: string;
   open: string;
   view: View;
 }
 
-/** An example of the manual: a template with its data, and what the page says about the outcome. */
+/** An example of the manual: what is run with its data, and what the page says about the outcome. */
 export interface ManualExample {
   kind: "template" | "row" | "script" | "signature";
+  /** As the playground's; the first file is what is run. */
   state: { files: Record<string, string>; data: string } | null;
+  /** Why it isn't live, if it isn't. */
+  reason: string | null;
   text: string | null;
   warnings: string[];
 }
 
 export const PAGE = "page.tpl";
+/** What may be the first file. */
+export const RUN = [PAGE, SCRIPT];
 /** The name under which problems speak of the data. */
 export const DATA = "data.json";
 export const VIEWS: View[] = ["page", "source", "tree"];
@@ -75,14 +82,15 @@ async function unpack(packed: Uint8Array<ArrayBuffer>): Promise<string> {
 
 export function asState(value: Partial<State> | null): State | null {
   const files = value?.files;
-  const isFile = (file: TemplateFile) => typeof file?.name === "string" && typeof file.text === "string";
-  if (!Array.isArray(files) || !files.every(isFile) || files[0]?.name !== PAGE || typeof value?.data !== "string") {
+  const isFile = (file: TemplateFile, at: number) =>
+    typeof file?.name === "string" && typeof file.text === "string" && RUN.includes(file.name) === (at === 0);
+  if (!Array.isArray(files) || !files.length || !files.every(isFile) || typeof value?.data !== "string") {
     return null;
   }
   return {
     files: files.map(({ name, text }) => ({ name, text })),
     data: value.data,
-    open: files.some((file) => file.name === value.open) ? value.open! : PAGE,
+    open: files.some((file) => file.name === value.open) ? value.open! : files[0].name,
     view: VIEWS.includes(value.view!) ? value.view! : "page",
   };
 }

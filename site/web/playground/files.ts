@@ -1,6 +1,7 @@
 // A page with all of its files as one .zip, and back.
 
 import { strFromU8, strToU8, unzipSync, zipSync } from "fflate";
+import { SCRIPT } from "../../../wasm/web/engine";
 import { nameFault } from "../editor/names";
 import { DATA, PAGE, type State, type TemplateFile } from "../editor/state";
 
@@ -16,8 +17,8 @@ export function download({ files, data }: State): void {
 }
 
 /**
- * The page that these files make: those of a .zip, or templates and a .json for the data. The page is page.tpl, else the
- * only template that stands in no folder, else the first one.
+ * The page that these files make: those of a .zip, or templates and a .json for the data. The page is script.php, page.tpl,
+ * else the only template that stands in no folder, else the first one.
  *
  * @throws Error with a sentence for the reader
  */
@@ -36,15 +37,16 @@ export async function opened(uploads: File[], data: string): Promise<Pick<State,
   if (files.reduce((sum, { text }) => sum + text.length, 0) > LARGEST) {
     throw new Error("These files are larger than 1 MB.");
   }
-  const page = files.find(({ name }) => name === PAGE) ?? files.find(({ name }) => !name.includes("/")) ?? files[0];
+  const page = files.find(({ name }) => name === SCRIPT) ?? files.find(({ name }) => name === PAGE) ?? files.find(({ name }) => !name.includes("/")) ?? files[0];
   const parts = files.filter((file) => file !== page);
+  const first = page.name === SCRIPT ? SCRIPT : PAGE;
   for (const { name } of parts) {
-    const fault = nameFault(name, [PAGE, ...parts.map((file) => file.name).filter((other) => other !== name)]);
+    const fault = nameFault(name, [first, ...parts.map((file) => file.name).filter((other) => other !== name)]);
     if (fault) {
       throw new Error(`${name}: ${fault}`);
     }
   }
-  return { files: [{ name: PAGE, text: page.text }, ...parts], data: chosen?.text ?? data };
+  return { files: [{ name: first, text: page.text }, ...parts], data: chosen?.text ?? data };
 }
 
 function unzipped(name: string, bytes: Uint8Array): TemplateFile[] {

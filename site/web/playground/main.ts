@@ -3,12 +3,14 @@
 import { EditorView } from "@codemirror/view";
 import type { EditorState } from "@codemirror/state";
 import type { Result } from "../../../wasm/web/engine";
-import { dataState, jumpTo, sourceState, templateState, underline } from "../editor/editors";
+import { dataState, fileState, jumpTo, sourceState, underline } from "../editor/editors";
+import { showInFrame } from "../editor/frame";
 import { nameFault } from "../editor/names";
 import { type Problem, problemsOf, problemsOfRefusal, showProblems } from "../editor/problems";
 import { engine, Runner } from "../editor/runner";
-import { DATA, fromFragment, PAGE, type State, toFragment, type View, VIEWS } from "../editor/state";
+import { DATA, fromFragment, PAGE, RUN, type State, toFragment, type View, VIEWS } from "../editor/state";
 import { showTabs } from "../editor/tabs";
+import { keep, kept } from "../storage";
 import { forget, remember, showEarlier } from "./earlier";
 import { download, opened } from "./files";
 import { showTree } from "./tree";
@@ -24,9 +26,7 @@ interface Example {
 
 const VIEW_LABELS: Record<View, string> = { page: "Page", source: "Source", tree: "Blocks" };
 const NOTICE = 12_000;
-// A fragment without a style of its own looks like a page; anything that the page says counts more. Links lead nowhere:
-// new windows are forbidden to the frame.
-const BASE = "<base target=_blank><style>:where(html){font:16px/1.5 system-ui,sans-serif}:where(body){margin:1rem}</style>";
+const RESERVED = [DATA, ...RUN];
 
 const element = <T extends HTMLElement = HTMLElement>(id: string) => document.getElementById(id) as T;
 
@@ -44,7 +44,7 @@ let templates: EditorView;
 let data: EditorView;
 let source: EditorView;
 
-const runner = new Runner(current, showResult, showRefusal);
+const runner = new Runner(() => ({ ...current(), security: element<HTMLInputElement>("security").checked }), showResult, showRefusal);
 
 const content = ({ files, data: json }: Pick<State, "files" | "data">) => JSON.stringify([files, json]);
 
@@ -58,7 +58,7 @@ function load(state: State): void {
   states.clear();
   names = state.files.map((file) => file.name);
   for (const file of state.files) {
-    states.set(file.name, templateState(file.name, file.text, changed));
+    states.set(file.name, fileState(file.name, file.text, changed));
   }
   data.setState(dataState(state.data, changed));
   view = state.view;
@@ -129,7 +129,7 @@ function showPage(page: string | null): void {
   element("output").classList.toggle("stale", page === null);
   if (page !== null && page !== shownPage) {
     shownPage = page;
-    element<HTMLIFrameElement>("page").srcdoc = BASE + page;
+    showInFrame(element<HTMLIFrameElement>("page"), page);
     source.setState(sourceState(page));
   } else if (shownPage === null) {
     element<HTMLIFrameElement>("page").srcdoc = "";
@@ -175,7 +175,7 @@ function showFiles(): void {
   };
   const tabs = names.map((name) => ({ id: name, label: name, mark: mark(name) }));
   showTabs(element("files"), tabs, open, "template-editor", select);
-  element("partial").hidden = open === PAGE;
+  element("partial").hidden = open === names[0];
   if (document.activeElement !== element("name")) {
     element<HTMLInputElement>("name").value = open;
     checkName();
@@ -199,7 +199,7 @@ function add(): void {
     name = `part${number}.tpl`;
   }
   names.push(name);
-  states.set(name, templateState(name, "", changed));
+  states.set(name, fileState(name, "", changed));
   select(name);
   element<HTMLInputElement>("name").select();
 }
@@ -207,7 +207,7 @@ function add(): void {
 /** Says at each key what is wrong with the name; true when it can be used. */
 function checkName(): boolean {
   const input = element<HTMLInputElement>("name");
-  const fault = nameFault(input.value.trim(), [...names.filter((name) => name !== open), DATA]);
+  const fault = nameFault(input.value.trim(), [...names.filter((name) => name !== open), ...RESERVED]);
   input.ariaInvalid = String(fault !== "");
   element("name-fault").textContent = fault;
   return fault === "";
@@ -223,7 +223,7 @@ function rename(): void {
     const text = templates.state.doc.toString();
     names[names.indexOf(open)] = name;
     states.delete(open);
-    states.set(name, templateState(name, text, changed));
+    states.set(name, fileState(name, text, changed));
     open = name;
     templates.setState(states.get(name)!);
     showFiles();
@@ -261,7 +261,7 @@ async function upload(input: HTMLInputElement): Promise<void> {
     replace(() => {
       choose(-1);
       element("note").textContent = "";
-      load({ ...state, open: PAGE, view });
+      load({ ...state, open: state.files[0].name, view });
     }, "Your page has been replaced by these files.");
     changed();
   } catch (error) {
@@ -364,6 +364,12 @@ export async function startPlayground(): Promise<void> {
   element("name").oninput = checkName;
   element("name").onchange = rename;
   element("share").onclick = share;
+  const security = element<HTMLInputElement>("security");
+  security.checked = kept("security") === "yes";
+  security.onchange = () => {
+    keep("security", security.checked ? "yes" : "");
+    runner.run(0);
+  };
   window.onhashchange = start;
   document.addEventListener("visibilitychange", () => {
     document.visibilityState === "hidden" && content(current()) !== original && remember(current());
