@@ -5,7 +5,9 @@
 # need_chroot sees to it that chroots can be made here.
 need_chroot() {
     ((EUID == 0)) || die "a Debian in a folder takes root: run it as root, or in a container"
-    unshare --mount true 2>/dev/null || die "mounting is forbidden here; a container needs --privileged for it"
+    # What in_chroot does: a container that masks its /proc forbids this alone.
+    unshare --mount --pid --fork mount -t proc proc /proc 2>/dev/null ||
+        die "mounting is forbidden here, which a Debian in a folder takes; a container needs --privileged for it"
     type -P debootstrap >/dev/null || install_packages debootstrap
 }
 
@@ -15,7 +17,7 @@ mirror() {
 }
 
 # debian_base SUITE sees to it that build/chroots/SUITE.tar is a bare Debian not older than a week, and sets `base` to it.
-# Returns 1 when the mirror has failed three times.
+# Returns 1 when the mirror has failed three times; what fails for another reason ends the script.
 debian_base() {
     local suite=$1 main security try folder=$builds/chroots/$1
     base=$folder.tar
@@ -27,9 +29,12 @@ debian_base() {
         for try in 1 2 3; do
             echo "Fetching Debian $suite ..."
             rm -rf --one-file-system "$folder"
+            # Its mounts and processes go with it, whatever ends it.
             # shellcheck disable=SC2086  # no mirror, no argument
-            ! debootstrap --variant=minbase --include=ca-certificates "$suite" "$folder" $main \
-                >"$folder.log" 2>&1 || break
+            ! setpriv --pdeathsig KILL unshare --mount --pid --fork --kill-child --mount-proc \
+                debootstrap --variant=minbase --include=ca-certificates "$suite" "$folder" $main >"$folder.log" 2>&1 || break
+            grep -qE "^E: (Failed getting|Couldn't download|Invalid Release file|Couldn't find these debs)" "$folder.log" ||
+                die "debootstrap fails: $(tail -n 1 "$folder.log"); all of it is in $folder.log"
             [[ $try -lt 3 ]] || return 1
             sleep 10
         done
