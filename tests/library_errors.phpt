@@ -59,7 +59,8 @@ $error = null;
 try {
     $engine->render('bad.tpl');
 } catch (ErrorException $error) {
-    echo get_class($error), ' ', $error->getSeverity() === E_WARNING, ' ', $error->template, "\n";
+    echo get_class($error), ' ', $error->getSeverity() === E_WARNING, ' ', $error->template, ', ',
+        str_replace(folder(), '', strtok($error->getTraceAsString(), "\n")), "\n";
 }
 foreach ([[], '', 'none', ['.', 'a:b']] as $folders) {
     is_dir('a:b') || mkdir('a:b');
@@ -114,7 +115,7 @@ a
 basic_string::append | folder.tpl:2 | 2:2
 basic_string::append | caller | -
 2 notices
-Template\TemplateError 1 bad.tpl
+Template\TemplateError 1 bad.tpl, #0 /bad.tpl(3): include()
 A template engine needs at least one folder
 There is no folder ""
 There is no folder "none"

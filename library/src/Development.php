@@ -137,6 +137,10 @@ final class Development
     private function remember(): void
     {
         if ($this->memory !== null) {
+            // Nothing about files that have gone.
+            $isThere = static fn(array $files): bool => is_file((string) array_key_first($files));
+            $this->known['pages'] = array_filter($this->known['pages'], $isThere);
+            $this->known['told'] = array_filter($this->known['told'], 'is_file', ARRAY_FILTER_USE_KEY);
             $new = $this->memory . '.' . getmypid();
             if (@file_put_contents($new, json_encode($this->known, JSON_INVALID_UTF8_SUBSTITUTE)) !== false) {
                 @rename($new, $this->memory);

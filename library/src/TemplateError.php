@@ -28,5 +28,14 @@ final class TemplateError extends \ErrorException
         public readonly array $includedFrom = [],
     ) {
         parent::__construct($message, 0, E_WARNING, $file, $line);
+        // Error pages show the trace: it begins with the include tags.
+        $frames = [];
+        foreach ($includedFrom as $place) {
+            if ($place['file'] !== '') {
+                $frames[] = ['file' => $place['file'], 'line' => $place['line'], 'function' => 'include'];
+            }
+        }
+        $trace = new \ReflectionProperty(\Exception::class, 'trace');
+        $trace->setValue($this, [...$frames, ...$this->getTrace()]);
     }
 }
