@@ -40,6 +40,17 @@ check() {
     cd /srv/site/templates && template check . && template render --set title=Tea start.tpl | grep -q Tea
 }
 
+library() {
+    cd /srv/site/templates && printf 'first\n{a::}' >broken.tpl
+    # shellcheck disable=SC2016
+    [[ $(php -r 'require "Template/autoload.php";
+        try {
+            (new Template\Engine("."))->render("broken.tpl");
+        } catch (Template\TemplateError $error) {
+            echo basename($error->getFile()), " ", $error->getLine();
+        }') == 'broken.tpl 2' ]]
+}
+
 # A site as the manual has it.
 site() {
     mkdir -p /srv/site/public /srv/site/templates
@@ -107,6 +118,7 @@ tried render render
 tried 'settings of the manual' site
 tried 'a page through php-fpm and nginx' page
 tried 'the tool' check
+tried 'the library' library
 tried 'an upgrade keeps phpdismod' keep_off
 tried purge purge
 tried 'from the sources' sources

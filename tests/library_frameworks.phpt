@@ -115,14 +115,19 @@ try {
 $page = (new Symfony\Component\ErrorHandler\ErrorRenderer\HtmlErrorRenderer(true))->render($error)->getAsString();
 getenv('ERROR_PAGE') && file_put_contents(getenv('ERROR_PAGE'), $page);
 preg_match('~<li class="selected">.*?</li>~s', $page, $marked);
-echo trim(html_entity_decode(strip_tags($marked[0]))), "\n";
+echo 'marked: ', trim(html_entity_decode(strip_tags($marked[0])), " \n\u{A0}"), "\n";
 preg_match_all('~<span class="block trace-file-path">.*?</span>~s', $page, $files);
 foreach (array_slice($files[0], 0, 2) as $file) {
     echo str_replace(folder() . '/', '', preg_replace('/\s+/', ' ', trim(strip_tags($file)))), "\n";
 }
 
 echo "\nLaravel\n";
-$app = new Illuminate\Container\Container();
+// What Illuminate's view service wants of an application besides a container.
+$app = new class extends Illuminate\Container\Container {
+    public function terminating($callback): void
+    {
+    }
+};
 $log = new Log();
 $app->instance('app', $app);
 $app->instance('log', $log);
@@ -197,7 +202,7 @@ nothing logged
 {if x}
 notice /other/only.tpl:1:19: warning: "if" is no tag of this language: a section is "{optional name}...{/optional}" [foreign-tag]
 Bad formated parameter'*::a::': too many : in parts/broken.tpl | templates/parts/broken.tpl:3 | 3:7 < templates/bad.tpl:3:3
-  <li>{*::a::}
+marked: <li>{*::a::}
 in templates/parts/broken.tpl (line 3)
 in templates/bad.tpl (line 3)
 
