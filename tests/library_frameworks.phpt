@@ -12,7 +12,6 @@ foreach ([
     'Symfony/Component/ErrorHandler/autoload.php' => 'php-symfony-error-handler',
     'Symfony/Component/Config/autoload.php' => 'php-symfony-config',
     'Illuminate/View/autoload.php' => 'php-illuminate-view',
-    'Slim/autoload.php' => 'php-slim',
     'Nyholm/Psr7/autoload.php' => 'php-nyholm-psr7',
 ] as $file => $package) {
     stream_resolve_include_path($file) || exit("skip needs Debian's $package");
@@ -41,7 +40,7 @@ put([
 ]);
 set_include_path($libraries);
 foreach (['Symfony/Component/HttpKernel', 'Symfony/Component/DependencyInjection', 'Symfony/Component/ErrorHandler',
-    'Symfony/Component/Config', 'Illuminate/View', 'Slim', 'Nyholm/Psr7'] as $library) {
+    'Symfony/Component/Config', 'Illuminate/View', 'Nyholm/Psr7'] as $library) {
     require_once "$library/autoload.php";
 }
 
@@ -153,23 +152,6 @@ try {
 }
 echo implode("\n", $log->lines), "\n";
 
-echo "\nSlim\n";
-$renderer = new Template\Psr\Renderer(new Template\Engine(folder() . '/templates'));
-$slim = new Slim\App(['settings' => ['displayErrorDetails' => true]]);
-$slim->get('/{name}', fn($request, $response, array $arguments) => $renderer->render($response, $arguments['name'], ['film' => $film]));
-foreach (['film.tpl', 'bad.tpl'] as $name) {
-    $slim->getContainer()['environment'] = Slim\Http\Environment::mock(['REQUEST_URI' => "/$name"]);
-    unset($slim->getContainer()['request']);
-    $request = Slim\Http\Request::createFromEnvironment($slim->getContainer()['environment']);
-    $response = $slim->process($request, new Slim\Http\Response());
-    $body = (string) $response->getBody();
-    echo $response->getStatusCode(), ' ', $response->getHeaderLine('Content-Type'), ' ', preg_match_all(
-        '~<strong>(Message|File|Line):</strong> (.*?)</div>~',
-        $body,
-        $details
-    ) ? str_replace(folder() . '/', '', html_entity_decode(implode(' | ', $details[2]), ENT_QUOTES)) : $body, "\n";
-}
-
 echo "\nPSR-7, PSR-17, PSR-15\n";
 // Debian has no package of PSR-15's two interfaces; this is the one that is implemented.
 interface_exists(Psr\Http\Server\RequestHandlerInterface::class) || eval('namespace Psr\Http\Server; interface RequestHandlerInterface {
@@ -182,6 +164,7 @@ $handler = new Template\Psr\PageHandler(
 );
 $response = $handler->handle($factory->createServerRequest('GET', '/?title=x')->withQueryParams(['title' => 'Two <b>']));
 echo $response->getStatusCode(), ' ', $response->getHeaderLine('Content-Type'), ' ', $response->getBody();
+$renderer = new Template\Psr\Renderer(new Template\Engine(folder() . '/templates'));
 $given = $renderer->render($factory->createResponse(404)->withHeader('Content-Type', 'text/plain'), 'film.tpl', ['film' => ['title' => 'Lost']]);
 echo $given->getStatusCode(), ' ', $given->getHeaderLine('Content-Type'), ' ', $given->getBody();
 try {
@@ -213,11 +196,6 @@ Laravel
 {$x}
 Bad formated parameter'*::a::': too many : in parts/broken.tpl | templates/parts/broken.tpl:3 | 3:7 < templates/bad.tpl:3:3
 notice /other/also.tpl:1:2: warning: names are written without "$": write "{x}" [dollar-variable]
-
-Slim
-200 text/html; charset=utf-8 <h1>Salt &amp; Stone</h1>drama b/w {errors::title::0}
-
-500 text/html Bad formated parameter'*::a::': too many : in parts/broken.tpl | templates/parts/broken.tpl | 3
 
 PSR-7, PSR-17, PSR-15
 200 text/html; charset=utf-8 <h1>Two &lt;b&gt;</h1>{errors::title::0}
