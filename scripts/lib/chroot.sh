@@ -29,9 +29,8 @@ debian_base() {
         for try in 1 2 3; do
             echo "Fetching Debian $suite ..."
             rm -rf --one-file-system "$folder"
-            # Its mounts and processes go with it, whatever ends it.
             # shellcheck disable=SC2086  # no mirror, no argument
-            ! setpriv --pdeathsig KILL unshare --mount --pid --fork --kill-child --mount-proc \
+            ! isolated --mount-proc \
                 debootstrap --variant=minbase --include=ca-certificates "$suite" "$folder" $main >"$folder.log" 2>&1 || break
             grep -qE "^E: (Failed getting|Couldn't download|Invalid Release file|Couldn't find these debs)" "$folder.log" ||
                 die "debootstrap fails: $(tail -n 1 "$folder.log"); all of it is in $folder.log"
@@ -51,8 +50,18 @@ debian_base() {
     exec {base_lock}>&-
 }
 
-# in_chroot FOLDER COMMAND... runs the command as root with FOLDER as its root folder. Its mounts and processes are
-# its own, and they go with it, whatever ends it.
+# isolated COMMAND... runs a command, behind options of unshare, with mounts and processes of its own. They go with it,
+# whatever ends it. In the background: a signal that the script has a trap for doesn't wait for its end.
+isolated() {
+    local status=0
+    setpriv --pdeathsig KILL unshare --mount --pid --ipc --fork --kill-child "$@" &
+    isolated_job=$!
+    wait "$isolated_job" || status=$?
+    isolated_job=
+    return "$status"
+}
+
+# in_chroot FOLDER COMMAND... runs the command as root with FOLDER as its root folder, isolated.
 in_chroot() {
     local folder=$1 settings=() name
     shift
@@ -61,7 +70,7 @@ in_chroot() {
     done
     cp -L /etc/resolv.conf "$folder/etc/resolv.conf"
     # shellcheck disable=SC2016
-    setpriv --pdeathsig KILL unshare --mount --pid --ipc --fork --kill-child sh -ec '
+    isolated sh -ec '
         mount --bind "$0" "$0"
         cd "$0"
         mount --rbind /dev dev

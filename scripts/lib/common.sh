@@ -64,6 +64,7 @@ patiently() {
     return "$status"
 }
 
+isolated_job= # that of `isolated`, in chroot.sh
 # scratch_folder NAME makes a folder for this run alone and sets `scratch` to it. It goes when the script ends; what a
 # script left that was killed goes now.
 scratch_folder() {
@@ -78,7 +79,8 @@ scratch_folder() {
     scratch=$(mktemp -d "$builds/scratch/$name.XXXXXX")
     exec {held}>"$scratch.lock"
     flock "$held"
-    trap 'rm -rf --one-file-system "$scratch" "$scratch.lock"' EXIT
+    trap '[[ ! $isolated_job ]] || { kill -KILL "$isolated_job" && wait "$isolated_job"; } 2>/dev/null || true
+        rm -rf --one-file-system "$scratch" "$scratch.lock"' EXIT
     trap 'exit 1' HUP INT TERM
 }
 
