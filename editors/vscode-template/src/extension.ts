@@ -9,14 +9,21 @@ type Selector = Exclude<LanguageClientOptions['documentSelector'], undefined | r
 const decoder = new TextDecoder();
 let client: LanguageClient | undefined;
 
-/** What the project files of the open folders call templates, besides what the language knows by itself. */
+const texts = (list: unknown) => (Array.isArray(list) ? list.filter(each => typeof each === 'string') : []);
+
+/**
+ * What the project files of the open folders call templates, besides what the language knows by itself; with the sample
+ * data, which counts as it is in the editor.
+ */
 async function projectSelector(): Promise<Selector> {
     const selector: Selector = [];
     for (const file of await workspace.findFiles('**/template.json', '**/node_modules/**')) {
+        const folder = path.posix.dirname(file.path);
         try {
-            const names = JSON.parse(decoder.decode(await workspace.fs.readFile(file))).names;
-            for (const name of Array.isArray(names) ? names.filter(each => typeof each === 'string') : []) {
-                selector.push({ scheme: 'file', pattern: `${path.posix.dirname(file.path)}/**/${name}` });
+            const { names, data } = JSON.parse(decoder.decode(await workspace.fs.readFile(file)));
+            const files = texts(Object.values(data ?? {})).map(each => path.posix.resolve(folder, each));
+            for (const pattern of [...texts(names).map(name => `${folder}/**/${name}`), ...new Set(files)]) {
+                selector.push({ scheme: 'file', pattern });
             }
         } catch {
             // The server says what is wrong with it.
@@ -38,6 +45,7 @@ async function start(): Promise<void> {
         documentSelector: [
             { scheme: 'file', language: 'template' },
             { scheme: 'untitled', language: 'template' },
+            { scheme: 'file', pattern: '**/template.json' },
             ...await projectSelector(),
         ],
     });

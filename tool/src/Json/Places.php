@@ -11,7 +11,7 @@ final class Places
     private array $offsets = [];
 
     /** $text: valid JSON. */
-    public function __construct(string $text)
+    public function __construct(private string $text)
     {
         preg_match_all(self::TOKEN, $text, $tokens, PREG_OFFSET_CAPTURE);
         $path = [];
@@ -51,6 +51,23 @@ final class Places
             array_pop($path);
         }
         return $this->offsets[self::key($path)] ?? 0;
+    }
+
+    /** What stands at an offset, or ends there: the path of a key, or of an element of a list; null for neither. */
+    public function at(int $offset): ?array
+    {
+        foreach ($this->offsets as $key => $start) {
+            if ($start <= $offset && $offset <= $start + $this->lengthAt($start)) {
+                return $key === '' ? null : explode("\0", (string) $key);
+            }
+        }
+        return null;
+    }
+
+    /** The length of the token that begins at an offset. */
+    public function lengthAt(int $offset): int
+    {
+        return preg_match(self::TOKEN . 'A', $this->text, $token, 0, $offset) ? strlen($token[0]) : 0;
     }
 
     private static function key(array $path): string

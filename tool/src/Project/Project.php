@@ -55,7 +55,8 @@ final class Project
     /** @var array<string, array> by file */
     private array $read = [];
 
-    private function __construct(public readonly string $file, array $settings)
+    /** @param array<string, string> $texts as in parse() */
+    private function __construct(public readonly string $file, array $settings, private array $texts)
     {
         $this->folder = dirname($file);
         $this->pages = array_map($this->path(...), $settings['pages'] ?? ['.']);
@@ -84,22 +85,26 @@ final class Project
         return null;
     }
 
-    /** @throws Broken naming the place */
-    public static function load(string $file): self
+    /**
+     * @param array<string, string> $texts as in parse()
+     * @throws Broken naming the place
+     */
+    public static function load(string $file, array $texts = []): self
     {
         $problem = Files::problem($file);
-        $text = $problem === null ? @file_get_contents($file) : false;
+        $text = $texts[$file] ?? ($problem === null ? @file_get_contents($file) : false);
         if ($text === false) {
             throw new Broken("$file: " . ($problem ?? 'reading failed'));
         }
-        return self::parse($text, $file);
+        return self::parse($text, $file, $texts);
     }
 
     /**
      * @param string $text of a project file
+     * @param array<string, string> $texts those that count in place of what is in the files, by path
      * @throws Broken naming the place
      */
-    public static function parse(string $text, string $file): self
+    public static function parse(string $text, string $file, array $texts = []): self
     {
         $source = new Source($file, $text);
         $settings = JsonText::decode($text, $file);
@@ -107,7 +112,7 @@ final class Project
         if ($problem !== null) {
             throw Broken::at($source, (new Places($text))->of($problem[0]), $problem[1]);
         }
-        $project = new self((realpath(dirname($file)) ?: dirname($file)) . '/' . basename($file), $settings);
+        $project = new self((realpath(dirname($file)) ?: dirname($file)) . '/' . basename($file), $settings, $texts);
         foreach (['pages', 'includePath', 'data'] as $key) {
             foreach ($settings[$key] ?? [] as $i => $path) {
                 $absolute = $project->path($path);
@@ -168,7 +173,7 @@ final class Project
             return null;
         }
         if (!isset($this->read[$file])) {
-            $text = @file_get_contents($file);
+            $text = $this->texts[$file] ?? @file_get_contents($file);
             $data = $text === false ? throw new Broken("$file: reading failed") : JsonText::decode($text, $file);
             if (!is_array($data)) {
                 throw new Broken("$file: the data must be an object or an array, not " . get_debug_type($data));

@@ -48,10 +48,16 @@ final class Client
         $this->server->notify('window/showMessage', ['type' => 2, 'message' => $message]);
     }
 
+    /** Whether it can tell of changes on the disk. */
+    public function canWatch(): bool
+    {
+        return $this->can('workspace.didChangeWatchedFiles.dynamicRegistration');
+    }
+
     /** Asks to be told of changes on the disk. @param list<string> $globs */
     public function watch(array $globs): void
     {
-        if ($this->can('workspace.didChangeWatchedFiles.dynamicRegistration')) {
+        if ($this->canWatch()) {
             $watchers = array_map(static fn(string $glob): array => ['globPattern' => $glob], $globs);
             $this->server->ask('client/registerCapability', ['registrations' => [[
                 'id' => 'watch',
@@ -62,7 +68,7 @@ final class Client
     }
 
     /** Begins a piece of work that takes a while. @return callable(?int $percentage): void null when it is over */
-    public function progress(string $title): callable
+    public function progress(string $title): \Closure
     {
         if (!$this->can('window.workDoneProgress')) {
             return static fn() => null;

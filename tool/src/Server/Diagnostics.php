@@ -3,7 +3,7 @@
 namespace TemplateTool\Server;
 
 use TemplateTool\Check\Finding;
-use TemplateTool\Rules\Catalogue;
+use TemplateTool\Syntax\Source;
 
 /**
  * Keeps the editor told of what is wrong: in the texts that are open, and in all that they include. A text is checked
@@ -14,7 +14,11 @@ final class Diagnostics
     /** In how many of its pages a template is checked. "template check" does them all. */
     private const MOST_PAGES = 30;
     private const MOST_FINDINGS = 1000;
+
+    /** After how many seconds the editor is told of what is known, though more is to come; of a text's own pages later. */
     private const PATIENCE = 0.08;
+    private const LONGEST = 1.0;
+
     private const ERROR = 1;
     private const WARNING = 2;
 
@@ -30,8 +34,9 @@ final class Diagnostics
     /** @var array<string, true> the paths whose findings may have changed */
     private array $stale = [];
 
-    /** When the first change was made that the editor wasn't told the outcome of. */
+    /** When the first change was made that the editor wasn't told the outcome of; the same for texts that wait. */
     private ?float $since = null;
+    private ?float $waitingSince = null;
 
     public function __construct(private Client $client, private Workspace $workspace)
     {
@@ -52,7 +57,7 @@ final class Diagnostics
             }
         }
         // What other texts are pages of, or pages for, may be different now.
-        foreach (array_keys($this->workspace->all()) as $each) {
+        foreach (array_keys($this->workspace->templates()) as $each) {
             foreach ($this->pages($each) as $page) {
                 if (!isset($this->results[$page])) {
                     $this->todo[$each][$page] = true;
@@ -62,10 +67,11 @@ final class Diagnostics
         $this->stale[$path] = true;
     }
 
-    public function closed(string $path): void
+    /** A project file or sample data, which is open, has changed. */
+    public function settingsChanged(string $path): void
     {
-        unset($this->todo[$path]);
         $this->everything();
+        $this->stale[$path] = true;
     }
 
     /** Something has changed that may concern every text. */
@@ -74,7 +80,7 @@ final class Diagnostics
         $this->results = [];
         $this->todo = [];
         $this->stale += array_fill_keys(array_keys($this->published), true);
-        foreach ($this->workspace->all() as $path => $_) {
+        foreach ($this->workspace->templates() as $path => $_) {
             $this->plan($path);
         }
     }
@@ -148,6 +154,11 @@ final class Diagnostics
     {
         $folder = $this->workspace->folderOf($page);
         $open = $this->workspace->open($page);
+        if (!$open && !is_file($page)) {
+            $folder->includes->changed($page);
+            $this->everything();
+            return;
+        }
         $before = $this->results[$page]['files'] ?? [];
         $checker = $folder->checker($page);
         $findings = $open && !Uri::isFile($open->uri)
@@ -167,11 +178,19 @@ final class Diagnostics
     private function publish(): void
     {
         $wanted = [];
-        foreach ($this->workspace->all() as $path => $_) {
+        foreach ($this->workspace->templates() as $path => $_) {
             $wanted += $this->workspace->folderOf($path)->includes->reach($path);
         }
         $settings = $this->aboutSettings();
+        $waiting = [];
+        $this->waitingSince ??= microtime(true);
+        $isLate = microtime(true) - $this->waitingSince > self::LONGEST;
         foreach (array_keys($this->stale + $settings) as $path) {
+            if (isset($this->todo[$path]) && !$isLate) {
+                // With a part of its findings an open text would flicker.
+                $waiting[$path] = true;
+                continue;
+            }
             $findings = isset($wanted[$path]) ? $this->of($path) : [];
             $open = $this->workspace->open($path);
             $diagnostics = array_map($this->diagnostic(...), array_slice($findings, 0, self::MOST_FINDINGS));
@@ -187,7 +206,8 @@ final class Diagnostics
                 unset($this->published[$path]);
             }
         }
-        $this->stale = [];
+        $this->stale = $waiting;
+        $this->waitingSince = $waiting ? $this->waitingSince : null;
     }
 
     /** What is wrong with project files and sample data. @return array<string, list<array>> diagnostics by path */
@@ -197,10 +217,12 @@ final class Diagnostics
         foreach ($this->workspace->folders() as $folder) {
             foreach ($folder->problems() as $problem) {
                 preg_match('~^(.+?)(?::(\d+):(\d+))?: (.*)$~s', $problem, $match);
-                $start = ['line' => max(0, (int) $match[2] - 1), 'character' => max(0, (int) $match[3] - 1)];
-                $range = ['start' => $start, 'end' => ['character' => $start['character'] + 1] + $start];
+                $text = $this->workspace->open($match[1])?->text() ?? (string) @file_get_contents($match[1]);
+                $source = new Source($match[1], $text, $match[1]);
+                $line = min((int) $match[2], substr_count($text, "\n") + 1);
+                $offset = $line ? $source->offset($line, (int) $match[3]) : 0;
                 $diagnostics[$match[1]][] = [
-                    'range' => $range,
+                    'range' => $this->workspace->lines($source)->range($offset, 1),
                     'severity' => self::ERROR,
                     'source' => 'template',
                     'message' => $match[4],

@@ -35,16 +35,15 @@ final class Folder
         $this->includes->forget();
     }
 
-    /** Null when there is no project file, or a broken one. */
+    /** Null when there is no project file. While it is broken, it counts as it was before. */
     public function project(): ?Project
     {
         if (!$this->isLoaded) {
             $this->isLoaded = true;
-            $this->project = null;
             $this->problems = [];
             try {
                 $file = $this->projectFile();
-                $this->project = is_file($file) ? Project::load($file) : null;
+                $this->project = is_file($file) ? Project::load($file, $this->workspace->texts()) : null;
             } catch (Broken $problem) {
                 $this->problems[$problem->getMessage()] = $problem->getMessage();
             }
@@ -57,9 +56,16 @@ final class Folder
         return rtrim($this->path, '/') . '/' . Project::FILE;
     }
 
+    /** Whether a file says what templates mean: the project file, or sample data. */
+    public function isSettings(string $path): bool
+    {
+        return basename($path) === Project::FILE || in_array($path, $this->project()?->data ?? [], true);
+    }
+
     /** @return list<string> what is wrong with the project file and with sample data, beginning with file and place */
     public function problems(): array
     {
+        $this->project();
         return array_values($this->problems);
     }
 

@@ -82,7 +82,7 @@ final class Hover
         $lines = [];
         $values = [];
         foreach ($usages->scopes($spot->document, $spot->node) as $scope) {
-            $path = $scope->path($spot->reference);
+            $path = Usages::path($scope, $spot);
             $loop = $spot->reference->isPath() ? null : $scope->find($spot->reference->namespace);
             $what = $spot->reference->type === $spot->reference::KEY ? 'the key' : 'the element';
             $lines[] = match (true) {
@@ -91,8 +91,6 @@ final class Hover
                 default => "From $what of " . $this->where($loop) . '.',
             };
             if ($path !== null) {
-                $behind = count($spot->reference->indexes) - 1 - max(-1, $spot->index);
-                $path = $behind > 0 ? array_slice($path, 0, -$behind) : $path;
                 $values[implode('::', $path)][] = Sample::values($place->folder->data($scope->page()), $path);
             }
         }

@@ -27,6 +27,12 @@ final class Includes
 
     private float $read = 0.0;
 
+    /** @var ?list<string> the paths that are still to be read; null when no reading is under way */
+    private ?array $todo = null;
+
+    /** @var array<string, true> the paths that this reading has found */
+    private array $seen = [];
+
     public function __construct(private Folder $folder, private Workspace $workspace)
     {
     }
@@ -53,31 +59,43 @@ final class Includes
     public function forget(): void
     {
         $this->includers = null;
+        $this->todo = null;
+    }
+
+    /** Files may have changed, and nobody tells which: they are looked at again. */
+    public function doubt(): void
+    {
+        $this->forget();
+        $this->read = 0.0;
     }
 
     /**
-     * Reads what has changed. $onFile is called now and then with the percentage done; what it throws goes through.
+     * Reads what has changed. $onFile is called now and then with the percentage done; what it throws goes through, and
+     * the next call goes on from there.
      */
     public function read(?callable $onFile = null): void
     {
         if (microtime(true) - $this->read < self::FRESH) {
             return;
         }
-        $paths = [];
-        foreach ($this->folder->templates() as $path) {
-            $paths[realpath($path) ?: $path] = true;
+        if ($this->todo === null) {
+            $this->todo = $this->folder->templates();
+            $this->seen = [];
         }
-        $count = 0;
-        foreach ($paths as $path => $_) {
-            if ((++$count & 63) === 0 && $onFile) {
-                $onFile(intdiv(100 * $count, count($paths)));
-            }
+        while ($this->todo) {
+            $path = array_pop($this->todo);
+            $path = realpath($path) ?: $path;
+            $this->seen[$path] = true;
             $this->readFile($path);
+            if ((count($this->todo) & 63) === 0 && $onFile) {
+                $onFile(intdiv(100 * count($this->seen), count($this->seen) + count($this->todo)));
+            }
         }
         // Those that were closed, deleted, or lie outside of the project's folders.
-        foreach (array_diff_key($this->names, $paths) as $path => $_) {
+        foreach (array_diff_key($this->names, $this->seen) as $path => $_) {
             $this->changed($path, false);
         }
+        $this->todo = null;
         $this->read = microtime(true);
     }
 

@@ -17,7 +17,10 @@ final class Navigation
     {
     }
 
-    /** Of an include tag the file, of names and stars the loop, of one tag of a block the other. */
+    /**
+     * Of an include tag the file, of names and stars the loop, of one tag of a block the other; of a value its place
+     * in the sample data, else the loop that it comes from.
+     */
     public function definition(array $parameters): array
     {
         [$place, $spot] = $this->spot($parameters);
@@ -27,20 +30,47 @@ final class Navigation
             Spot::FILE => array_map($this->start(...), $usages->targets($spot->document, $spot->node)),
             Spot::END => [$this->opening($source, $spot->node)],
             Spot::KEYWORD => $spot->node->end === null ? [] : [$this->closing($source, $spot->node)],
-            Spot::NAME, Spot::LOOP, Spot::STAR, Spot::INDEX => array_values(array_map(
-                fn(Loop $loop): array => $this->opening($loop->scope->document->source, $loop->node),
-                $usages->loops($spot)
-            )),
+            Spot::INDEX => $this->inData($usages, $spot) ?: $this->loops($usages, $spot),
+            Spot::NAME, Spot::LOOP, Spot::STAR => $this->loops($usages, $spot),
             default => [],
         };
     }
 
-    /** Of a file the include tags that lead to it; outside of tags, those that lead to this file. */
+    /**
+     * Of a file the include tags that lead to it; outside of tags, those that lead to this file. Of a key of sample
+     * data the tags that may find it.
+     */
     public function references(array $parameters): array
     {
+        $uri = $parameters['textDocument']['uri'] ?? null;
+        if (is_string($uri) && !$this->workspace->isTemplate(Uri::path($uri))) {
+            return $this->ofKey(Uri::path($uri), $parameters['position'] ?? []);
+        }
         [$place, $spot] = $this->spot($parameters, true);
+        $isWhole = $parameters['context']['includeDeclaration'] ?? true;
         $found = [];
         foreach ($this->same($place, $spot, null) as $each) {
+            if ($isWhole || $each->part !== Spot::NAME) {
+                $found[] = $this->location($each);
+            }
+        }
+        $isValue = $spot?->part === Spot::INDEX;
+        return $isValue && $isWhole ? [...$this->inData($this->usages($place), $spot), ...$found] : $found;
+    }
+
+    /** All tags of a project that may mean the key at a position of its sample data. */
+    private function ofKey(string $file, array $position): array
+    {
+        $text = SampleText::of($file, $this->workspace->open($file)?->text());
+        $paths = $text ? $text->paths($this->workspace->lines($text->source)->offset($position)) : [];
+        if (!$paths) {
+            return [];
+        }
+        $folder = $this->workspace->folderOf($file);
+        $folder->includes->read(fn() => $this->server->yield());
+        $usages = new Usages($this->workspace, $folder, fn() => $this->server->yield());
+        $found = [];
+        foreach ($usages->ofPaths($paths) as $each) {
             $found[] = $this->location($each);
         }
         return $found;
@@ -177,6 +207,21 @@ final class Navigation
             $place = basename($source->name) . ', line ' . $source->position($other->node->offset)[0];
             throw new ResponseError(ResponseError::FAILED, "there is a loop \"$name\" already: $place");
         }
+    }
+
+    /** @return list<array> the opening tags of the loops that a spot means */
+    private function loops(Usages $usages, Spot $spot): array
+    {
+        return array_values(array_map(
+            fn(Loop $loop): array => $this->opening($loop->scope->document->source, $loop->node),
+            $usages->loops($spot)
+        ));
+    }
+
+    /** @return list<array> */
+    private function inData(Usages $usages, Spot $spot): array
+    {
+        return array_map(fn(array $place): array => $this->workspace->location(...$place), $usages->inData($spot));
     }
 
     private function start(string $path): array

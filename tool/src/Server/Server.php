@@ -111,7 +111,12 @@ final class Server
 
     private function enqueue(array $message): void
     {
-        if (($message['method'] ?? null) !== '$/cancelRequest') {
+        $method = $message['method'] ?? null;
+        if ($method === null && (array_key_exists('result', $message) || array_key_exists('error', $message))) {
+            // Answers to what this side has asked need no reaction, and interrupt nothing.
+            return;
+        }
+        if ($method !== '$/cancelRequest') {
             $this->queue[] = $message;
             return;
         }
@@ -131,11 +136,8 @@ final class Server
         $method = $message['method'] ?? null;
         $id = $message['id'] ?? null;
         if (!is_string($method)) {
-            // Answers to what this side has asked need no reaction.
-            if (!array_key_exists('result', $message) && !array_key_exists('error', $message)) {
-                $error = new ResponseError(ResponseError::INVALID_REQUEST, 'no method');
-                $this->refuse(self::isId($id) ? $id : null, $error);
-            }
+            $error = new ResponseError(ResponseError::INVALID_REQUEST, 'no method');
+            $this->refuse(self::isId($id) ? $id : null, $error);
             return;
         }
         if ($id !== null && !self::isId($id)) {

@@ -12,6 +12,13 @@ final class Session
     /** @var list<string> folders that the editor has open from the start */
     private array $roots = [];
 
+    /** How many seconds a work may take before the editor is told of it. */
+    private const SILENCE = 0.1;
+
+    /** When the reading of a project began, and the editor's view of it; null when there is none. */
+    private ?float $readingSince = null;
+    private ?\Closure $progress = null;
+
     public function __construct(private Server $server)
     {
         $this->client = new Client($server);
@@ -26,18 +33,8 @@ final class Session
         $completion = new Completion($this->client, $this->workspace);
         $symbols = new Symbols($this->workspace);
         $nothing = static fn() => null;
-        return [
-            'initialize' => $this->initialize(...),
-            'initialized' => $this->initialized(...),
-            'textDocument/didOpen' => $this->opened(...),
-            'textDocument/didChange' => $this->changed(...),
-            'textDocument/didClose' => $this->closed(...),
-            'textDocument/didSave' => $this->filesChanged(...),
-            'workspace/didChangeWatchedFiles' => $this->filesChanged(...),
-            'workspace/didChangeConfiguration' => $this->filesChanged(...),
-            'workspace/didChangeWorkspaceFolders' => $this->foldersChanged(...),
+        $handlers = [
             'textDocument/definition' => $navigation->definition(...),
-            'textDocument/references' => $navigation->references(...),
             'textDocument/documentHighlight' => $navigation->highlight(...),
             'textDocument/prepareRename' => $navigation->prepareRename(...),
             'textDocument/rename' => $navigation->rename(...),
@@ -46,6 +43,20 @@ final class Session
             'textDocument/documentSymbol' => $symbols->symbols(...),
             'textDocument/foldingRange' => $symbols->folding(...),
             'textDocument/codeAction' => (new Actions($this->workspace, $this->diagnostics))->actions(...),
+        ];
+        return array_map($this->ofTemplates(...), $handlers) + [
+            'initialize' => $this->initialize(...),
+            'initialized' => $this->initialized(...),
+            'textDocument/didOpen' => $this->opened(...),
+            'textDocument/didChange' => $this->changed(...),
+            'textDocument/didClose' => $this->closed(...),
+            'textDocument/didSave' => $this->saved(...),
+            'workspace/didChangeWatchedFiles' => $this->filesChanged(...),
+            'workspace/didChangeConfiguration' => $this->filesChanged(...),
+            'workspace/didRenameFiles' => $this->anyFileChanged(...),
+            'workspace/didDeleteFiles' => $this->anyFileChanged(...),
+            'workspace/didChangeWorkspaceFolders' => $this->foldersChanged(...),
+            'textDocument/references' => $navigation->references(...),
             '$/setTrace' => $nothing,
             '$/progress' => $nothing,
             'window/workDoneProgress/cancel' => $nothing,
@@ -66,6 +77,8 @@ final class Session
 
     private function initialize(array $parameters): array
     {
+        // Of a folder that goes its files are not told one by one.
+        $folders = ['filters' => [['scheme' => 'file', 'pattern' => ['glob' => '**', 'matches' => 'folder']]]];
         $this->client->introduce($parameters);
         $this->roots = array_column($parameters['workspaceFolders'] ?? [], 'uri');
         if (!$this->roots && isset($parameters['rootUri'])) {
@@ -87,7 +100,10 @@ final class Session
                 'documentSymbolProvider' => true,
                 'foldingRangeProvider' => true,
                 'codeActionProvider' => ['codeActionKinds' => ['quickfix', 'source.fixAll']],
-                'workspace' => ['workspaceFolders' => ['supported' => true, 'changeNotifications' => true]],
+                'workspace' => [
+                    'workspaceFolders' => ['supported' => true, 'changeNotifications' => true],
+                    'fileOperations' => ['didRename' => $folders, 'didDelete' => $folders],
+                ],
             ],
             'serverInfo' => ['name' => 'template', 'version' => phpversion('template')],
             // As clients read it that negotiated this before the protocol knew it.
@@ -108,7 +124,7 @@ final class Session
     {
         $document = $parameters['textDocument'];
         $open = $this->workspace->opened($document['uri'], $document['text'], $document['version'] ?? 0);
-        $this->diagnostics->changed($open->path);
+        $this->textChanged($open->path);
     }
 
     private function changed(array $parameters): void
@@ -118,7 +134,17 @@ final class Session
         if ($open) {
             array_map($open->change(...), $parameters['contentChanges']);
             $open->version = $document['version'] ?? $open->version;
-            $this->diagnostics->changed($open->path);
+            $this->textChanged($open->path);
+        }
+    }
+
+    private function textChanged(string $path): void
+    {
+        if ($this->workspace->isTemplate($path)) {
+            $this->diagnostics->changed($path);
+        } elseif ($this->workspace->folderOf($path)->isSettings($path)) {
+            $this->workspace->forget();
+            $this->diagnostics->settingsChanged($path);
         }
     }
 
@@ -126,22 +152,56 @@ final class Session
     {
         $path = Uri::path($parameters['textDocument']['uri']);
         $this->workspace->closed($path);
-        $this->workspace->folderOf($path)->includes->readFile($path);
+        if ($this->workspace->isTemplate($path)) {
+            $this->workspace->folderOf($path)->includes->changed($path, false);
+        } else {
+            $this->workspace->forget();
+        }
         $this->diagnostics->everything();
     }
 
-    /** Files, or all that is known of them: without a list it is a template or the settings. */
+    /** A handler of requests about templates: about other texts it has nothing to say. */
+    private function ofTemplates(callable $handler): callable
+    {
+        return function (array $parameters) use ($handler): mixed {
+            $uri = $parameters['textDocument']['uri'] ?? null;
+            $isOther = is_string($uri) && !$this->workspace->isTemplate(Uri::path($uri));
+            return $isOther ? null : $handler($parameters);
+        };
+    }
+
+    /** Those of the list have changed on the disk; without a list, settings may have. */
     private function filesChanged(array $parameters): void
     {
+        $isNews = empty($parameters['changes']);
         foreach ($parameters['changes'] ?? [] as $change) {
             $path = Uri::path($change['uri']);
             $folder = $this->workspace->folderOf($path);
             if ($folder->isTemplate(basename($path))) {
                 $folder->includes->changed($path);
+                $isNews = true;
+            } elseif ($folder->isSettings($path)) {
+                $isNews = true;
             }
         }
-        $this->workspace->forget();
-        $this->diagnostics->everything();
+        if ($isNews) {
+            $this->workspace->forget();
+            $this->diagnostics->everything();
+        }
+    }
+
+    /** Folders were moved or deleted, or an editor that tells of no changes on the disk has saved something. */
+    private function anyFileChanged(): void
+    {
+        foreach ($this->workspace->folders() as $folder) {
+            $folder->includes->doubt();
+        }
+        $this->filesChanged([]);
+    }
+
+    private function saved(): void
+    {
+        $this->client->canWatch() ? $this->filesChanged([]) : $this->anyFileChanged();
     }
 
     private function foldersChanged(array $parameters): void
@@ -154,19 +214,22 @@ final class Session
     /** Reads a project for the first time; a message interrupts it, and the next time it goes on from there. */
     private function read(Folder $folder): void
     {
-        $progress = null;
+        $this->readingSince ??= microtime(true);
         try {
-            $folder->includes->read(function (int $percentage) use ($folder, &$progress): void {
-                $progress ??= $this->client->progress("Reading the templates of $folder->path");
-                $progress($percentage);
+            $folder->includes->read(function (int $percentage) use ($folder): void {
+                if (microtime(true) - $this->readingSince > self::SILENCE) {
+                    $this->progress ??= $this->client->progress("Reading the templates of $folder->path");
+                    ($this->progress)($percentage);
+                }
                 if ($this->server->isWanted()) {
                     throw ResponseError::cancelled();
                 }
             });
-            $this->diagnostics->everything();
         } catch (ResponseError) {
-        } finally {
-            $progress && $progress(null);
+            return;
         }
+        $this->progress && ($this->progress)(null);
+        $this->readingSince = $this->progress = null;
+        $this->diagnostics->everything();
     }
 }

@@ -5,6 +5,7 @@ namespace TemplateTool\Server;
 use TemplateTool\Syntax\Document;
 use TemplateTool\Syntax\Kind;
 use TemplateTool\Syntax\Node;
+use TemplateTool\Syntax\Source;
 
 /** Finds the places where a loop, a value of the data or a file is used, across a project. For one request. */
 final class Usages
@@ -133,16 +134,47 @@ final class Usages
      */
     public function paths(Spot $spot): array
     {
+        if ($spot->reference->isPath()) {
+            // It means the same on each way.
+            return [array_slice($spot->reference->indexes, 0, $spot->index + 1)];
+        }
         $paths = [];
-        $behind = count($spot->reference->indexes) - 1 - $spot->index;
         foreach ($this->scopes($spot->document, $spot->node) as $scope) {
-            $path = $scope->path($spot->reference);
+            $path = self::path($scope, $spot);
             if ($path !== null) {
-                $path = $behind > 0 ? array_slice($path, 0, -$behind) : $path;
                 $paths[implode("\0", $path)] = $path;
             }
         }
         return array_values($paths);
+    }
+
+    /** The same on one way; for a star, where the element is. @return ?list<string> null when there is no such loop */
+    public static function path(Scope $scope, Spot $spot): ?array
+    {
+        $path = $scope->path($spot->reference);
+        $behind = count($spot->reference->indexes) - 1 - max(-1, $spot->index);
+        return $path !== null && $behind > 0 ? array_slice($path, 0, -$behind) : $path;
+    }
+
+    /**
+     * Where the sample data has what an index means: for each file of data, the first place.
+     *
+     * @return list<array{Source, int, int}> with offset and length
+     */
+    public function inData(Spot $spot): array
+    {
+        $texts = [];
+        $found = [];
+        foreach ($this->scopes($spot->document, $spot->node) as $scope) {
+            $path = self::path($scope, $spot);
+            $file = $path === null ? null : $this->folder->project()?->dataFile($scope->page());
+            if ($file !== null && !isset($found[$file])) {
+                $texts[$file] ??= SampleText::of($file, $this->workspace->open($file)?->text());
+                $place = $texts[$file]?->place($path);
+                $place && $found[$file] = [$texts[$file]->source, ...$place];
+            }
+        }
+        return array_values($found);
     }
 
     /** The include tags that lead to a file. @return \Generator<int, Spot> */

@@ -102,10 +102,16 @@ final class Workspace
         return $this->open[$path] ?? null;
     }
 
-    /** @return array<string, OpenText> by path */
-    public function all(): array
+    /** @return array<string, OpenText> by path: the templates that are open */
+    public function templates(): array
     {
-        return $this->open;
+        return array_filter($this->open, $this->isTemplate(...), ARRAY_FILTER_USE_KEY);
+    }
+
+    /** Whether a text of this path is a template: editors hand over project files and sample data as well. */
+    public function isTemplate(string $path): bool
+    {
+        return !str_ends_with(strtolower($path), '.json') || $this->folderOf($path)->isTemplate(basename($path));
     }
 
     /** @return array<string, string> by path: the texts that count in place of the files */
