@@ -1,7 +1,7 @@
 <?php
 
 // The benchmark; scripts/bench builds what it needs and calls it.
-const SECTIONS = ['times', 'web', 'memory', 'growth', 'instructions'];
+const SECTIONS = ['times', 'library', 'web', 'memory', 'growth', 'instructions'];
 
 /** Thrown rather than printed at once, so that workers and servers are ended on the way out. */
 function fail(string $message): never
@@ -70,6 +70,7 @@ foreach ($options['only'] as $section) {
     note($section);
     $results[$section] = match ($section) {
         'times' => measureTimes([...ENGINES, 'yardstick'], $options['pages'], $results['rounds']),
+        'library' => json_decode(output([...phpCommand([MODULE]), __DIR__ . '/library.php', BUILD]), true) + ['most' => 2000],
         'web' => measureWeb([...ENGINES, 'fixed', 'nothing'], $quick ? 100 : 1000),
         'memory' => measureMemory(ENGINES),
         'growth' => measureGrowth($quick),

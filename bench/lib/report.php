@@ -33,7 +33,7 @@ function report(array $results): string
     if ($rows = targetRows($results)) {
         $text .= "\n## Targets\n\n" . table(['what', 'against', 'at most', 'measured', ''], $rows, 2);
     }
-    foreach (['times', 'web', 'memory', 'growth', 'instructions'] as $section) {
+    foreach (['times', 'library', 'web', 'memory', 'growth', 'instructions'] as $section) {
         $text .= isset($results[$section]) ? "\n" . "report_$section"($results) : '';
     }
     return ltrim($text);
@@ -50,6 +50,14 @@ function report_times(array $results): string
     return "## Time of a call\n\nMicroseconds, the median of $results[rounds] samples. \"Reading\": the page's template files opened and read through PHP's "
         . "stream layer and no more (literal: and scanned for braces). Plain PHP has no string mode: its page is a file.\n\n"
         . table(['page', 'bytes', ...array_values(TITLES), '/ PHP', '/ Twig'], $rows);
+}
+
+function report_library(array $results): string
+{
+    $cells = array_map(fn ($key) => figure($results['library'][$key] / 1000), ['function', 'render', 'more']);
+    return "## The PHP library\n\nMicroseconds, medians of pairs: a call of `template()` for the page hello, and of `Template\\Engine::render()`, which sets "
+        . "an include path and an error handler of its own for the call.\n\n"
+        . table(['page', 'template()', 'Engine::render()', 'more in a pair'], [['hello', ...$cells]]);
 }
 
 function report_web(array $results): string
