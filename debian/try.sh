@@ -28,7 +28,7 @@ block() {
 
 install() {
     apt-get install -y --no-install-recommends "$packages/$module"_*.deb "$packages"/template-tool_*.deb \
-        "php$version-fpm" nginx iproute2
+        "php$version-fpm" nginx apache2 iproute2
 }
 
 render() {
@@ -61,13 +61,14 @@ site() {
     [[ -s /etc/nginx/conf.d/site.conf && -s /etc/php/$version/fpm/pool.d/site.conf ]]
 }
 
-# In a network of its own, so that the manual's port is free.
+# page COMMAND... asks for the page with the web server of this command, in a network of its own, so that the manual's
+# port is free.
 page() {
     # shellcheck disable=SC2016
     unshare --net bash -c '
         ip link set lo up
         mkdir -p /run/php
-        "php-fpm$0" -F & nginx -g "daemon off;" &
+        "php-fpm$0" -F & "$@" &
         for try in {1..50}; do
             reply=$(php -r "echo file_get_contents(\"http://127.0.0.1:8080/\");" 2>&1)
             [[ $reply != "<h1>Bread &amp; butter</h1>"* ]] || break
@@ -76,7 +77,16 @@ page() {
         kill %1 %2
         wait
         echo "$reply"
-        [[ $reply == "<h1>Bread &amp; butter</h1>"* ]]' "$version"
+        [[ $reply == "<h1>Bread &amp; butter</h1>"* ]]' "$version" "$@"
+}
+
+# The manual's lines for Apache, less the service, which there is none of here.
+apache() {
+    # shellcheck disable=SC2016
+    block apache FallbackResource >/etc/apache2/sites-available/site.conf
+    { echo 'set -e' && block sh a2ensite | sed '/^systemctl/d'; } >/srv/commands
+    grep -q a2ensite /srv/commands && bash /srv/commands &&
+        page bash -c '. /etc/apache2/envvars && mkdir -p /run/lock "$APACHE_RUN_DIR" && exec apache2 -D FOREGROUND'
 }
 
 is_on() {
@@ -116,7 +126,8 @@ chmod +x /usr/sbin/policy-rc.d
 tried install install
 tried render render
 tried 'settings of the manual' site
-tried 'a page through php-fpm and nginx' page
+tried 'a page through php-fpm and nginx' page nginx -g 'daemon off;'
+tried 'a page through php-fpm and Apache' apache
 tried 'the tool' check
 tried 'the library' library
 tried 'an upgrade keeps phpdismod' keep_off

@@ -144,7 +144,7 @@ test("all of it works from disk: links, search, an example, the playground", asy
   await typeData({ disk: "disk" });
   await waitForText(rendered(), "from a disk");
   await page.goto(`file://${FOLDER}/guide.html`);
-  await page.locator("figure .edit").first().click();
+  await page.locator("figure:has(.template) .edit").first().click();
   await type(".live .panes > .editor", "<h1>{cinema::name}!</h1>");
   await waitForText(page.locator(".live .outcome .cm-content"), "Roxy!");
   assert.deepEqual(foreign, []);
