@@ -1,8 +1,8 @@
 <?php
 
 /*
- * Holds src/ against the plan of its rooms: an include runs downwards only, and what PHP keeps to itself is known in
- * src/php/ alone. Prints a line for each fault.
+ * Holds src/ and tool/src/ against the plans of their rooms: an include runs downwards only, and what PHP keeps to itself is
+ * known in src/php/ alone. Prints a line for each fault.
  */
 
 // The higher a room, the more it may include. Rooms of the same height know nothing of each other.
@@ -17,6 +17,21 @@ const HEIGHTS = [
     'analysis' => 7,
     'rendering' => 7,
     'main' => 8,
+];
+
+const TOOL_HEIGHTS = [
+    'Syntax' => 1,
+    'Page' => 1,
+    'Files' => 2,
+    'Json' => 2,
+    'Rules' => 3,
+    'Check' => 4,
+    'Fix' => 5,
+    'Needs' => 5,
+    'Project' => 5,
+    'Report' => 5,
+    'Server' => 6,
+    'Console' => 7,
 ];
 
 const PRIVATE_TO_PHP = [
@@ -65,6 +80,23 @@ foreach ([...glob('*.{h,cpp}', GLOB_BRACE), ...glob('*/*.{h,cpp}', GLOB_BRACE)] 
         foreach ($room === 'php' || $isExported ? [] : PRIVATE_TO_PHP as $word => $what) {
             if (preg_match('~(?<!\w)' . preg_quote($word) . (preg_match('~\w$~', $word) ? '(?!\w)' : '') . '~', $line)) {
                 $faults[] = "$place: $what ($word) is known in src/php/ alone";
+            }
+        }
+    }
+}
+
+chdir('../tool/src');
+foreach ([...glob('*.php'), ...glob('*/*.php'), ...glob('*/*/*.php')] as $file) {
+    $room = strstr($file, '/', true) ?: basename($file);
+    if (!isset(TOOL_HEIGHTS[$room])) {
+        $faults[] = "tool/src/$file: there is no room $room";
+        continue;
+    }
+    foreach (file($file, FILE_IGNORE_NEW_LINES) as $i => $line) {
+        preg_match_all('~\bTemplateTool\\\\(\w+)\\\\~', $line, $names);
+        foreach ($names[1] as $other) {
+            if ($other !== $room && (TOOL_HEIGHTS[$other] ?? INF) >= TOOL_HEIGHTS[$room]) {
+                $faults[] = "tool/src/$file:" . $i + 1 . ": $room must not use $other";
             }
         }
     }
