@@ -28,6 +28,8 @@ table([
     ['empty tag', 'a{}b', $d, 'a{}b'],
     ['at every place of a long text', implode(array_map(fn($n) => str_repeat('a', $n) . '{{b}}}}c}d{ {v}', range(1, 200))), $d,
         implode(array_map(fn($n) => str_repeat('a', $n) . '{b}}c}d{ V', range(1, 200)))],
+    ['bytes beside the braces in a long text', str_repeat("a||b~~c\x7f\x7fd{|}|}}~{{||é\xff\x80 ", 20) . '{v}', ['|' => '!', 'v' => 'V'],
+        str_repeat("a||b~~c\x7f\x7fd!|}~{||é\xff\x80 ", 20) . 'V'],
     ['values are not read again', '{w}', $d, '{{v}} {v} }}'],
 
     ['brace inside a tag', 'a{b{c}d', $d, 'a{b{{{{}'],
@@ -58,5 +60,5 @@ table([
 ], ['file']);
 ?>
 --EXPECT--
-35 rows
+36 rows
 3 rows

@@ -18,7 +18,7 @@ namespace {
 constexpr size_t CHUNK_SIZE = FileBuffers::BUFFER_SIZE - 4;
 
 // A long file is read in steps that the processor's second cache keeps until they are copied.
-constexpr size_t LARGE_CHUNK_SIZE = 32 * 1024;
+constexpr size_t LARGE_CHUNK_SIZE = 64 * 1024;
 
 /// The error of a read that failed. Its text is the one that pages and logs have always shown for it.
 [[noreturn]] void throwReadError() {
@@ -58,9 +58,11 @@ const char* appendLiteral(TextBuffer& out_buffer, const char* p, const char* pEn
 	while (pEnd - p > 2 * STEP) {
 		memcpy(pTo, p, STEP);
 		ptrdiff_t nTaken = 0;
-		for (uint64_t nBraces = byte_scan::mark64<byte_scan::Brace>(p); nBraces;) {
+		for (uint64_t nBraces = byte_scan::mark64<byte_scan::AboveLetters>(p); nBraces;) {
 			int iBrace = __builtin_ctzll(nBraces);
-			switch (meaningOf(p[iBrace], p[iBrace + 1])) {
+			// What was marked with the braces stands for itself.
+			bool bBrace = byte_scan::has<byte_scan::Brace>(p[iBrace]);
+			switch (bBrace ? meaningOf(p[iBrace], p[iBrace + 1]) : Meaning::LITERAL) {
 				case Meaning::ESCAPE:
 					pTo += iBrace + 1 - nTaken;
 					nTaken = iBrace + 2;
@@ -128,20 +130,21 @@ void Input::close() {
 	oStream.close();
 }
 
-/// Reads a file of less than a chunk, as nearly all templates are, and closes it before anything else happens. A stream
-/// would take a quarter longer, and user code could find it.
+/// Reads a file that the buffer holds, as nearly all templates are, and closes it before anything else happens. A stream
+/// would take a quarter longer, and user code could find it. (The rest of a longer one then begins where a page of memory
+/// does: four bytes before that, the kernel's copies into a buffer that begins with a page would take six times as long.)
 void Input::readPlainFile(int nDescriptor) {
 	ssize_t nRead;
 	do {
-		nRead = read(nDescriptor, file_buffer + buffer_end, CHUNK_SIZE - buffer_end);
+		nRead = read(nDescriptor, file_buffer + buffer_end, FileBuffers::BUFFER_SIZE - buffer_end);
 		buffer_end += std::max<ssize_t>(nRead, 0);
-	} while (nRead > 0 && buffer_end < static_cast<ptrdiff_t>(CHUNK_SIZE));
+	} while (nRead > 0 && buffer_end < static_cast<ptrdiff_t>(FileBuffers::BUFFER_SIZE));
 	if (nRead == 0) {
 		::close(nDescriptor);
 		return;
 	}
 	nFileSize = nRead > 0 ? regularFileSize(nDescriptor) : 0;
-	if (nFileSize > CHUNK_SIZE) {
+	if (nFileSize >= FileBuffers::BUFFER_SIZE) {
 		oFile.adopt(nDescriptor);
 		return;
 	}
