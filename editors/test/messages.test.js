@@ -206,6 +206,24 @@ test('findings: places in each encoding and at each kind of line end, after chan
     }
 });
 
+test('findings: in files that are not open, as an editor would show them', async () => {
+    const latin = text => Buffer.from(text, 'latin1');
+    const other = await Client.start({
+        'page.tpl': '{include mark.tpl}{include latin.tpl}{include both.tpl}',
+        'mark.tpl': '\ufeffü{0::x}\n😀{1::x}',
+        'latin.tpl': latin('Größe\xa0\xbb {0::x}\r\nö{1::x}'),
+        'both.tpl': Buffer.concat([latin('\xf6'), Buffer.from('😀ü{0::x}\r\t{1::x}')]),
+    });
+    await other.open('page.tpl');
+    for (const [name, expected] of [
+        ['mark.tpl', ['0:2-0:6', '1:3-1:7']], ['latin.tpl', ['0:9-0:13', '1:2-1:6']], ['both.tpl', ['0:5-0:9', '1:2-1:6']],
+    ]) {
+        const found = await other.findings(name, all => all.length > 1);
+        assert.deepEqual([name, ...found.filter(each => each.code === 'integer-index').map(each => range(each.range))], [name, ...expected]);
+    }
+    assert.equal(await other.stop(), 0);
+});
+
 test('findings: an include shows its own, inside the loops of its pages; unsaved texts of all files count', async () => {
     const names = async (name, of = client) => (await of.findings(name)).map(each => each.code ?? each.message);
     const other = await Client.start({

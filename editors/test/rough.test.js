@@ -150,6 +150,8 @@ test('broken and huge texts are answered like others', async () => {
         ['one line of 1 MB', '{htmlspecialchars a}<p>'.repeat(45000), 30],
         ['1 MB in lines', '{htmlspecialchars a}{0::x}\n'.repeat(40000), 60],
         ['a circle of includes', '{include circle.tpl}', 5],
+        ['one line of 1 MB beyond ASCII', '{htmlspecialchars a}ü😀'.repeat(40000), 30],
+        ['marks and ends of lines', '\ufeff{a}\r\n\ufeff{b}\r{c}\u2028{/optional}\x85'.repeat(1000), 10],
         ['12 MB', 'x{a}'.repeat(3e6), 30],
         ['a page', '{title}{/optional}', 5],
     ]) {

@@ -12,15 +12,24 @@ final class Lines
     public const UTF16 = 'utf-16';
 
     private const STEP = 256;
+    private const MARK = "\xEF\xBB\xBF";
+
+    // In a text that isn't UTF-8 editors show a replacement for each byte that is no part of a character.
+    private const CHARACTER = '~[\xC2-\xDF][\x80-\xBF]|[\xE0-\xEF][\x80-\xBF]{2}|[\xF0-\xF4][\x80-\xBF]{3}|.~s';
 
     /** @var list<int> where the lines begin */
-    private array $starts = [0];
+    private array $starts;
 
     /** @var array<int, list<int>> by line: how many UTF-16 units stand in front of each step of bytes */
     private array $marks = [];
 
-    public function __construct(public readonly string $text, private string $encoding)
+    private bool $isUtf8;
+
+    /** $isFile: the text is a file's. An editor would take the byte order mark away, and begin to count behind it. */
+    public function __construct(public readonly string $text, private string $encoding, bool $isFile = false)
     {
+        $this->starts = [$isFile && str_starts_with($text, self::MARK) ? strlen(self::MARK) : 0];
+        $this->isUtf8 = mb_check_encoding($text, 'UTF-8');
         preg_match_all('/\r\n?|\n/', $text, $ends, PREG_OFFSET_CAPTURE);
         foreach ($ends[0] as [$end, $offset]) {
             $this->starts[] = $offset + strlen($end);
@@ -34,7 +43,7 @@ final class Lines
         // Between "\r" and "\n" there is no place.
         $offset += (int) (substr($this->text, max(0, $offset - 1), 2) === "\r\n" && $offset > 0);
         $line = $this->lineOf($offset);
-        $bytes = $offset - $this->starts[$line];
+        $bytes = max(0, $offset - $this->starts[$line]);
         return ['line' => $line, 'character' => $this->encoding === self::UTF8 ? $bytes : $this->units($line, $bytes)];
     }
 
@@ -82,6 +91,10 @@ final class Lines
     private function units(int $line, int $bytes): int
     {
         $start = $this->starts[$line];
+        if (!$this->isUtf8) {
+            preg_match_all(self::CHARACTER, substr($this->text, $start, $bytes), $characters);
+            return count($characters[0]) + count(preg_grep('/^.{4}/s', $characters[0]));
+        }
         if (!isset($this->marks[$line])) {
             $end = $this->starts[$line + 1] ?? strlen($this->text);
             $this->marks[$line] = [0];
@@ -114,10 +127,10 @@ final class Lines
             }
             return $bytes;
         }
-        preg_match_all('/[^\x80-\xBF][\x80-\xBF]*/', $line, $characters);
+        preg_match_all($this->isUtf8 ? '/[^\x80-\xBF][\x80-\xBF]*/' : self::CHARACTER, $line, $characters);
         $bytes = 0;
         foreach ($characters[0] as $character) {
-            $wanted -= ord($character[0]) >= 0xF0 ? 2 : 1;
+            $wanted -= strlen($character) === 4 ? 2 : 1;
             if ($wanted < 0) {
                 break;
             }

@@ -136,7 +136,7 @@ final class Workspace
         $known = $this->lines[$path] ?? null;
         if ($known?->text !== $source->text) {
             $this->lines = count($this->lines) > 200 ? [] : $this->lines;
-            $known = $this->lines[$path] = new Lines($source->text, $this->client->encoding);
+            $known = $this->lines[$path] = new Lines($source->text, $this->client->encoding, true);
         }
         return $known;
     }
