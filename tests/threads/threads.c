@@ -1,12 +1,15 @@
 // Many threads of one PHP call template() at once, as in a web server with threads. Each runs requests of its own; in each
 // request the script calls template() in every way and compares what comes out with what came out when it was alone.
-//   threads MODULE SCRIPT THREADS REQUESTS
+//   threads MODULE SCRIPT THREADS REQUESTS [GROWTH]
+// A quarter of the requests warms the process up. Fails when its resident memory grows by more than GROWTH kB after that.
 
 #include <dlfcn.h>
+#include <limits.h>
 #include <pthread.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
+#include <unistd.h>
 
 #include "php.h"
 #include "php_main.h"
@@ -22,6 +25,19 @@ static char* code;
 static int requests;
 static long failures; // changed atomically
 static long calls;    // changed atomically
+
+// In kB, or -1.
+static long resident_memory(void) {
+	long size, resident = -1;
+	FILE* file = fopen("/proc/self/statm", "r");
+	if (file) {
+		if (fscanf(file, "%ld %ld", &size, &resident) == 2) {
+			resident *= sysconf(_SC_PAGESIZE) / 1024;
+		}
+		fclose(file);
+	}
+	return resident;
+}
 
 static int start_up(sapi_module_struct* sapi) {
 	return php_module_startup(sapi, module);
@@ -74,6 +90,19 @@ static void* run_thread(void* number) {
 	return NULL;
 }
 
+// Has so many threads run so many requests each.
+static void run_threads(int count, int each) {
+	pthread_t* threads = calloc(count, sizeof(*threads));
+	requests = each;
+	for (int i = 0; i < count; i++) {
+		pthread_create(&threads[i], NULL, run_thread, NULL);
+	}
+	for (int i = 0; i < count; i++) {
+		pthread_join(threads[i], NULL);
+	}
+	free(threads);
+}
+
 int main(int argc, char** argv) {
 	if (argc < 5) {
 		fprintf(stderr, "threads: give the module, the script, how many threads and how many requests each\n");
@@ -87,7 +116,8 @@ int main(int argc, char** argv) {
 		return 2;
 	}
 	int count = atoi(argv[3]);
-	requests = atoi(argv[4]);
+	int total = atoi(argv[4]);
+	long growth = argc > 5 ? atol(argv[5]) : LONG_MAX;
 	size_t length = strlen(argv[2]) + 64;
 	code = malloc(length);
 	snprintf(code, length, "require '%s'", argv[2]);
@@ -104,18 +134,16 @@ int main(int argc, char** argv) {
 		return 2;
 	}
 
-	pthread_t* threads = calloc(count, sizeof(*threads));
-	for (int i = 0; i < count; i++) {
-		pthread_create(&threads[i], NULL, run_thread, NULL);
-	}
-	for (int i = 0; i < count; i++) {
-		pthread_join(threads[i], NULL);
-	}
-	printf("%ld calls in %d threads, %ld requests failed\n", calls, count, failures);
-	free(threads);
+	int warm = (total + 3) / 4;
+	run_threads(count, warm);
+	long before = resident_memory();
+	run_threads(count, total - warm);
+	long after = resident_memory();
+	printf("%ld calls in %d threads, %ld requests failed, %ld kB after the warm-up, %ld kB at the end\n", calls, count,
+		   failures, before, after);
 	free(code);
 	php_module_shutdown();
 	sapi_shutdown();
 	tsrm_shutdown();
-	return failures || !calls ? 1 : 0;
+	return failures || !calls || before < 0 || after - before > growth ? 1 : 0;
 }
