@@ -82,11 +82,11 @@ page() {
 
 # The manual's lines for Apache, less the service, which there is none of here.
 apache() {
-    # shellcheck disable=SC2016
     block apache FallbackResource >/etc/apache2/sites-available/site.conf
     { echo 'set -e' && block sh a2ensite | sed '/^systemctl/d'; } >/srv/commands
-    grep -q a2ensite /srv/commands && bash /srv/commands &&
-        page bash -c '. /etc/apache2/envvars && mkdir -p /run/lock "$APACHE_RUN_DIR" && exec apache2 -D FOREGROUND'
+    grep -q a2ensite /srv/commands && bash /srv/commands || return
+    # shellcheck disable=SC2016
+    page bash -c '. /etc/apache2/envvars && mkdir -p /run/lock "$APACHE_RUN_DIR" && exec apache2 -D FOREGROUND'
 }
 
 is_on() {

@@ -5,7 +5,7 @@ import type { EditorState } from "@codemirror/state";
 import { dataState, fileState, jumpTo, sourceState, underline } from "./editors";
 import { isHtml, showInFrame } from "./frame";
 import { type Problem, problemsOf, problemsOfRefusal, showProblems } from "./problems";
-import { Runner } from "./runner";
+import { duration, Runner } from "./runner";
 import { DATA, type ManualExample, PAGE, type State, toFragment } from "./state";
 import { showTabs } from "./tabs";
 
@@ -117,7 +117,7 @@ class LiveExample {
   private show(page: string | null, problems: Problem[], nanoseconds: number | null): void {
     this.problems = problems;
     this.box.classList.toggle("stale", page === null);
-    this.time.textContent = page === null ? "no page" : `${Math.max(1, Math.round(nanoseconds! / 1e3))} µs`;
+    this.time.textContent = page === null ? "no page" : duration(nanoseconds!);
     page === null || this.showPage(page);
     showProblems(this.list, this.count, problems, (file, line, column) => {
       this.states.has(file) && this.select(file);

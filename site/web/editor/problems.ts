@@ -6,19 +6,22 @@ import { DATA } from "./state";
 /** What the checker has found, or a sentence that belongs to no place. */
 export type Problem = Finding | (Partial<Finding> & Pick<Finding, "severity" | "message">);
 
-/** All that the engine and the checker say, each thing once. */
+/** All that the engine and the checker say, each thing once, errors first. */
 export function problemsOf(result: Result): Problem[] {
-  const errors = result.findings.filter((finding) => finding.severity === "error");
+  const errors = result.findings.filter(isError);
   const told = new Set(errors.map((error) => `${error.message} in ${error.file}`));
   const untold = result.messages.filter((message) => !told.has(message));
   const severity = result.page === null ? "error" : "warning";
   const more = result.more ? `… and ${result.more} more` : null;
-  return [
+  const all = [
     ...result.findings,
     ...sentences(severity, [result.stopped, ...untold]),
     ...sentences("warning", [result.unchecked, more]),
   ];
+  return [...all.filter(isError), ...all.filter((problem) => !isError(problem))];
 }
+
+const isError = (problem: Problem) => problem.severity === "error";
 
 /** Of a request that isn't served: broken data has a place. */
 export function problemsOfRefusal(message: string): Problem[] {
@@ -48,7 +51,7 @@ export function showProblems(list: HTMLElement, count: HTMLElement, problems: Pr
     }
     return item;
   }));
-  const errors = problems.filter((problem) => problem.severity === "error").length;
+  const errors = problems.filter(isError).length;
   const parts = [number(errors, "error"), number(problems.length - errors, "warning")];
   count.textContent = parts.filter(Boolean).join(", ") || "none";
 }

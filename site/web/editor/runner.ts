@@ -46,6 +46,10 @@ export class Runner {
   }
 }
 
+export function duration(nanoseconds: number): string {
+  return nanoseconds < 1e6 ? `${Math.max(1, Math.round(nanoseconds / 1e3))} µs` : `${(nanoseconds / 1e6).toFixed(1)} ms`;
+}
+
 let isKept = false;
 
 /** What the page has loaded is there without a network, too. */

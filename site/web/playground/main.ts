@@ -7,7 +7,7 @@ import { dataState, fileState, jumpTo, sourceState, underline } from "../editor/
 import { showInFrame } from "../editor/frame";
 import { nameFault } from "../editor/names";
 import { type Problem, problemsOf, problemsOfRefusal, showProblems } from "../editor/problems";
-import { engine, Runner } from "../editor/runner";
+import { duration, engine, Runner } from "../editor/runner";
 import { DATA, fromFragment, PAGE, RUN, type State, toFragment, type View, VIEWS } from "../editor/state";
 import { showTabs } from "../editor/tabs";
 import { keep, kept } from "../storage";
@@ -319,10 +319,6 @@ function openEarlier(): void {
     }, "Your page has been replaced by an earlier one.");
   });
   dialog.showModal();
-}
-
-function duration(nanoseconds: number): string {
-  return nanoseconds < 1e6 ? `${Math.max(1, Math.round(nanoseconds / 1e3))} µs` : `${(nanoseconds / 1e6).toFixed(1)} ms`;
 }
 
 function bytes(size: number): string {
