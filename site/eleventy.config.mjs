@@ -32,7 +32,7 @@ export default function configure(config) {
       page: page.menu, url: id === title.id ? page.url : `${page.url}#${id}`, title: heading, text: content,
     })));
     config.addTemplate(`${page.url}.njk`, "{{ html | safe }}", {
-      layout: "manual.njk", permalink: page.url, title: title.title, source: page.source, html,
+      layout: "manual.njk", permalink: page.url, title: title.title, description: firstSentences(html), source: page.source, html,
       sections: sections.filter(({ level }) => level === 2),
       examples: json(live(examples.pages[page.source.replace("docs/", "")] ?? [])),
       previous: manual[at - 1], next: manual[at + 1],
@@ -51,6 +51,13 @@ export default function configure(config) {
     dir: { input: "pages", includes: "../layouts", output: process.env.OUTPUT },
     markdownTemplateEngine: false,
   };
+}
+
+/** What search engines show of a page: as much of its first paragraph as they take. */
+function firstSentences(html) {
+  const text = /<p>(.*?)<\/p>/s.exec(html)[1].replace(/<[^>]*>|\s+/g, (each) => each[0] === "<" ? "" : " ")
+    .replace(/&(amp|lt|gt|quot);/g, (each, name) => ({ amp: "&", lt: "<", gt: ">", quot: '"' })[name]);
+  return text.length <= 160 ? text : `${text.slice(0, 160).replace(/\s\S*$/, "")} …`;
 }
 
 /** What a page must know of its examples. */
