@@ -98,7 +98,12 @@ function data(Example $example): array
 function script(Example $example, string $before): array
 {
     $text = "<?php\n\n" . ($before === '' ? '' : "$before\n") . $example->source;
-    return ['files' => reached(SCRIPT, [SCRIPT => $text] + $example->files, ''), 'data' => '{}'];
+    // A function's own $data is another one.
+    $isUsed = str_contains($example->source, '$data') && !str_contains($example->source, 'array $data');
+    return [
+        'files' => reached(SCRIPT, [SCRIPT => $text] + $example->files, ''),
+        'data' => $isUsed ? json(data($example)) : '{}',
+    ];
 }
 
 /** Why an example isn't live; null when it is. */

@@ -93,8 +93,9 @@ class LiveExample {
     for (const [name, text] of Object.entries(this.original.files)) {
       this.states.set(name, fileState(name, text, changed));
     }
-    // A script brings its own.
-    this.first === PAGE && this.states.set(DATA, dataState(this.original.data, changed));
+    // Most scripts bring their own.
+    const hasData = this.first === PAGE || this.original.data !== "{}";
+    hasData && this.states.set(DATA, dataState(this.original.data, changed));
     this.view.setState(this.states.get(this.open)!);
     this.runner.run(0);
     this.showTabs();

@@ -371,6 +371,9 @@ export async function startPlayground(): Promise<void> {
     document.visibilityState === "hidden" && content(current()) !== original && remember(current());
   });
   await start();
-  const { template, php } = await engine.version();
-  element("version").textContent = `This page runs template ${template} on PHP ${php}, in your browser.`;
+  // Without an engine, the list of problems says why.
+  const version = await engine.version().catch(() => null);
+  if (version) {
+    element("version").textContent = `This page runs template ${version.template} on PHP ${version.php}, in your browser.`;
+  }
 }
