@@ -49,6 +49,12 @@ foreach (['{name}', "a\n {b::}", '{include bad.tpl}', "{optional in}\n in ", "\n
 }
 echo "\n";
 
+// What the checker has no memory for is told without its place, and doesn't end the request.
+file_put_contents(folder() . '/large.tpl', str_repeat('{a} ', 300000) . '{b::}');
+$limit = ini_set('memory_limit', '32M');
+echo rendered($engine, 'large.tpl'), "\n", rendered($engine, 'lines.tpl'), "\n\n";
+ini_set('memory_limit', $limit);
+
 // A folder prints a notice of PHP's, which is the caller's matter.
 [, $notices] = outcome(function () use ($engine): void {
     echo rendered($engine, 'folder.tpl'), "\n", rendered($engine, 'far'), "\n";
@@ -111,6 +117,9 @@ Bad formated parameter'a::': too many : in lines.tpl | lines.tpl:2 | 2:3 < bad.t
 Missing closing tag in {optional in}\n in  | caller | 1:1
 Unexpected closing dynamic tag in \n{include only.tpl}{/dynamic} | caller | 2:19
 a
+
+Bad formated parameter'b::': too many : in large.tpl | large.tpl:0 | -
+Bad formated parameter'a::': too many : in lines.tpl | lines.tpl:2 | 2:3
 
 basic_string::append | folder.tpl:2 | 2:2
 basic_string::append | caller | -

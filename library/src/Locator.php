@@ -15,6 +15,12 @@ use TemplateTool\Rules\Catalogue;
  */
 final class Locator
 {
+    /** Larger templates aren't checked: a refusal must not take seconds. */
+    private const MOST_BYTES = 1000000;
+
+    /** How many bytes of memory the checker takes at most for a byte of a template. */
+    private const MEMORY = 120;
+
     private Files $files;
 
     /** @param list<string> $folders the include path */
@@ -46,7 +52,7 @@ final class Locator
     /** $path: of the file that was rendered, empty when there is none; null for a text. */
     private function finding(string $message, string $source, array $data, ?string $path): ?Finding
     {
-        if ($path === '') {
+        if ($path === '' || ($path === null ? strlen($source) : (int) filesize($path)) > self::mostBytes()) {
             return null;
         }
         $checker = new Checker(new Options($this->folders, Catalogue::names(), data: $data));
@@ -56,6 +62,13 @@ final class Locator
             }
         }
         return null;
+    }
+
+    /** How large a template may be, so that its check doesn't end the request for want of memory. */
+    private static function mostBytes(): int
+    {
+        $limit = ini_parse_quantity(ini_get('memory_limit'));
+        return $limit <= 0 ? self::MOST_BYTES : min(self::MOST_BYTES, intdiv($limit - memory_get_usage(), self::MEMORY));
     }
 
     /** Whether a message is a finding's, and ends in the name of its file. */
