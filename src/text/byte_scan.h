@@ -9,9 +9,10 @@
 #include <cstdint>
 #include <cstring>
 #include <string_view>
+#include <type_traits>
 
 // Searches of texts for bytes that keep them from being copied as they are. They run on every value that is printed, and
-// values are short and nearly always clean: 16 bytes a step where the processor can.
+// values are short and nearly always clean: 16 bytes a step.
 
 namespace byte_scan {
 
@@ -42,17 +43,42 @@ inline bool same(const char* p, const char* q, size_t nLength) {
 /// So many bytes are looked at in one step.
 constexpr size_t BLOCK_SIZE = 16;
 
-/// Whether the processor has registers for them. (Where it hasn't, the compiler would take the steps apart, which is
-/// slower than to look at one byte after the other.)
+using Byte = signed char;
+using VectorBlock = Byte __attribute__((vector_size(BLOCK_SIZE)));
+
+/// A block in two words, for a processor without vectors: there the compiler would take each step apart into sixteen. A
+/// comparison sets the highest bit of each byte for which it holds; what it is compared with is never negative.
+struct WordBlock {
+	static constexpr uint64_t EACH = 0x0101010101010101;
+	static constexpr uint64_t LOW_BITS = 0x7f * EACH;
+	uint64_t aWords[2];
+
+	friend WordBlock operator|(WordBlock one, WordBlock other) {
+		return {one.aWords[0] | other.aWords[0], one.aWords[1] | other.aWords[1]};
+	}
+	friend WordBlock operator|(WordBlock block, Byte ch) {
+		return {block.aWords[0] | EACH * ch, block.aWords[1] | EACH * ch};
+	}
+	friend WordBlock operator==(WordBlock block, Byte ch) {
+		auto zeros = [](uint64_t n) { return ~(((n & LOW_BITS) + LOW_BITS) | n | LOW_BITS); };
+		return {zeros(block.aWords[0] ^ EACH * ch), zeros(block.aWords[1] ^ EACH * ch)};
+	}
+	friend WordBlock operator>(WordBlock block, Byte ch) {
+		auto above = [ch](uint64_t n) { return ((n & LOW_BITS) + EACH * (0x7f - ch)) & ~n & ~LOW_BITS; };
+		return {above(block.aWords[0]), above(block.aWords[1])};
+	}
+	/// Finds negative bytes: what it is compared with is 0.
+	friend WordBlock operator<(WordBlock block, Byte) {
+		return {block.aWords[0] & ~LOW_BITS, block.aWords[1] & ~LOW_BITS};
+	}
+};
+
 #if (defined(__SSE2__) || defined(__ARM_NEON) || defined(__VEC__) || defined(__wasm_simd128__)) && \
 	!defined(TEMPLATE_NO_VECTORS)
-constexpr bool VECTORS = true;
+using Block = VectorBlock;
 #else
-constexpr bool VECTORS = false;
+using Block = WordBlock;
 #endif
-
-using Byte = signed char;
-using Bytes = Byte __attribute__((vector_size(BLOCK_SIZE)));
 
 // Sets of bytes. Each tells whether a byte belongs to it, and of the bytes of a vector by setting all bits of those that do.
 
@@ -102,29 +128,35 @@ inline bool has(char ch) {
 	return Set::has(static_cast<Byte>(ch));
 }
 
-/// Of 16 bytes, a bit for each one that belongs to the set.
-template <typename Set>
-inline unsigned mark(const char* pBlock) {
-	Bytes aBytes;
-	memcpy(&aBytes, pBlock, BLOCK_SIZE);
-	auto aFound = Set::has(aBytes);
+/// A bit for each byte of a block for which a comparison holds.
+template <typename Found>
+inline unsigned gather(Found aFound) {
 #ifdef __SSE2__
-	return __builtin_ia32_pmovmskb128(reinterpret_cast<char __attribute__((vector_size(BLOCK_SIZE)))>(aFound));
-#else
+	if constexpr (std::is_same_v<Block, VectorBlock>) {
+		return __builtin_ia32_pmovmskb128(reinterpret_cast<char __attribute__((vector_size(BLOCK_SIZE)))>(aFound));
+	}
+#endif
 	uint64_t aHalves[2];
 	memcpy(aHalves, &aFound, BLOCK_SIZE);
 	if ((aHalves[0] | aHalves[1]) == 0) {
 		return 0;
 	}
 	// The product's highest byte gathers a bit of each byte.
-	auto gather = [](uint64_t nHalf) {
+	auto gatherHalf = [](uint64_t nHalf) {
 		if constexpr (std::endian::native == std::endian::big) {
 			nHalf = __builtin_bswap64(nHalf);
 		}
-		return static_cast<unsigned>((nHalf & 0x0101010101010101) * 0x0102040810204080 >> 56);
+		return static_cast<unsigned>((nHalf & 0x8080808080808080) * 0x0002040810204081 >> 56);
 	};
-	return gather(aHalves[0]) | gather(aHalves[1]) << 8;
-#endif
+	return gatherHalf(aHalves[0]) | gatherHalf(aHalves[1]) << 8;
+}
+
+/// Of 16 bytes, a bit for each one that belongs to the set.
+template <typename Set>
+inline unsigned mark(const char* pBlock) {
+	Block aBytes;
+	memcpy(&aBytes, pBlock, BLOCK_SIZE);
+	return gather(Set::has(aBytes));
 }
 
 /// Of the last `nRest` bytes of a PHP string, fewer than 16, a bit for each one that belongs to the set. They are read
@@ -138,22 +170,15 @@ inline unsigned markLast(const char* pEnd, size_t nRest) {
 /// Of 64 bytes, a bit for each one that belongs to the set.
 template <typename Set>
 inline uint64_t mark64(const char* pBlock) {
-	if constexpr (VECTORS) {
-		auto nLow = mark<Set>(pBlock) | mark<Set>(pBlock + 16) << 16;
-		auto nHigh = mark<Set>(pBlock + 32) | mark<Set>(pBlock + 48) << 16;
-		return nLow | uint64_t{nHigh} << 32;
-	}
-	uint64_t nMarks = 0;
-	for (int i = 0; i < 64; ++i) {
-		nMarks |= uint64_t{has<Set>(pBlock[i])} << i;
-	}
-	return nMarks;
+	auto nLow = mark<Set>(pBlock) | mark<Set>(pBlock + 16) << 16;
+	auto nHigh = mark<Set>(pBlock + 32) | mark<Set>(pBlock + 48) << 16;
+	return nLow | uint64_t{nHigh} << 32;
 }
 
 /// The first byte of the set from `p` on, or `pEnd`.
 template <typename Set>
 inline const char* find(const char* p, const char* pEnd) {
-	for (; VECTORS && pEnd - p >= static_cast<ptrdiff_t>(BLOCK_SIZE); p += BLOCK_SIZE) {
+	for (; pEnd - p >= static_cast<ptrdiff_t>(BLOCK_SIZE); p += BLOCK_SIZE) {
 		if (unsigned nMarks = mark<Set>(p)) {
 			return p + __builtin_ctz(nMarks);
 		}
@@ -168,7 +193,7 @@ inline const char* find(const char* p, const char* pEnd) {
 /// `p` is at such a byte. May write up to BLOCK_SIZE bytes behind the copy.
 template <typename Set>
 inline bool copyBlocksTill(char*& pTo, const char*& p, const char* pEnd) {
-	for (; VECTORS && pEnd - p >= static_cast<ptrdiff_t>(BLOCK_SIZE); p += BLOCK_SIZE, pTo += BLOCK_SIZE) {
+	for (; pEnd - p >= static_cast<ptrdiff_t>(BLOCK_SIZE); p += BLOCK_SIZE, pTo += BLOCK_SIZE) {
 		memcpy(pTo, p, BLOCK_SIZE);
 		if (unsigned nMarks = mark<Set>(p)) {
 			int nClean = __builtin_ctz(nMarks);
@@ -197,9 +222,6 @@ inline bool copyTill(char*& pTo, const char*& p, const char* pEnd) {
 /// The same for a part of a PHP string. Faster, since bytes in front of it can be read together with its last.
 template <typename Set>
 inline bool copyTillInString(char*& pTo, const char*& p, const char* pEnd) {
-	if constexpr (!VECTORS) {
-		return copyTill<Set>(pTo, p, pEnd);
-	}
 	if (copyBlocksTill<Set>(pTo, p, pEnd)) {
 		return true;
 	}
@@ -217,9 +239,6 @@ template <typename Set>
 inline bool contains(const zend_string* sText) {
 	const char* p = ZSTR_VAL(sText);
 	const char* pEnd = p + ZSTR_LEN(sText);
-	if constexpr (!VECTORS) {
-		return find<Set>(p, pEnd) != pEnd;
-	}
 	for (; pEnd - p >= static_cast<ptrdiff_t>(BLOCK_SIZE); p += BLOCK_SIZE) {
 		if (mark<Set>(p)) {
 			return true;
