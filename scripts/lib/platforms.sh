@@ -5,21 +5,23 @@
 # Name, Debian's release, how its PHP is brought up, its php-config there, what it is.
 # shellcheck disable=SC2034
 platforms='
-debian12      bookworm  packages  php-config8.2                     PHP 8.2, Debian 12
-no-vectors    bookworm  packages  php-config8.2                     PHP 8.2, the module without vector instructions
-old-headers   bookworm  headers   /opt/old-headers/php-config       PHP 8.2, the module built for an older release of it
-arm64         bookworm  arm64     /opt/arm64/php-config             PHP 8.2, arm64 under qemu
-php8.2-debug  bookworm  compiled  /opt/php8.2-debug/bin/php-config  PHP 8.2 compiled with --enable-debug
-php8.2-zts    bookworm  compiled  /opt/php8.2-zts/bin/php-config    PHP 8.2 compiled with --enable-zts, and eight threads
-php8.4-zts    bookworm  compiled  /opt/php8.4-zts/bin/php-config    PHP 8.4 compiled with --enable-zts, and eight threads
-debian13      trixie    packages  php-config8.4                     PHP 8.4, Debian 13
-php8.5        sid       packages  php-config8.5                     PHP 8.5, Debian unstable
-php8.6        sid       packages  php-config8.6                     PHP 8.6 release candidate, Debian experimental
+debian12          bookworm  packages  php-config8.2                         PHP 8.2, Debian 12
+no-vectors        bookworm  packages  php-config8.2                         PHP 8.2, the module without vector instructions
+old-headers       bookworm  headers   /opt/old-headers/php-config           PHP 8.2, the module built for an older release of it
+arm64             bookworm  emulated  /opt/arm64/php-config                 PHP 8.2, arm64 under qemu
+s390x             bookworm  emulated  /opt/s390x/php-config                 PHP 8.2, s390x under qemu: the highest byte of a number first
+php8.2-debug-zts  bookworm  compiled  /opt/php8.2-debug-zts/bin/php-config  PHP 8.2 compiled with --enable-debug and --enable-zts, and eight threads
+php8.2-zts        bookworm  compiled  /opt/php8.2-zts/bin/php-config        PHP 8.2 compiled with --enable-zts, and eight threads
+php8.4-zts        bookworm  compiled  /opt/php8.4-zts/bin/php-config        PHP 8.4 compiled with --enable-zts, and eight threads
+debian13          trixie    packages  php-config8.4                         PHP 8.4, Debian 13
+php8.5            sid       packages  php-config8.5                         PHP 8.5, Debian unstable
+php8.6            sid       packages  php-config8.6                         PHP 8.6 release candidate, Debian experimental
 '
 # shellcheck disable=SC2034
 declare -A platform_options=(
     [no-vectors]="CPPFLAGS=-DTEMPLATE_NO_VECTORS"
     [arm64]="--host=aarch64-linux-gnu CC=aarch64-linux-gnu-gcc CXX=aarch64-linux-gnu-g++"
+    [s390x]="--host=s390x-linux-gnu CC=s390x-linux-gnu-gcc CXX=s390x-linux-gnu-g++"
 )
 
 NO_ANSWER=75 # the status of what fails because a mirror doesn't answer
@@ -83,9 +85,12 @@ bring_up_packages() {
     return 0
 }
 
-# Compiles a PHP from Debian's source package: the newest one that is complete on the mirror.
+# Compiles a PHP from Debian's source package: the newest one that is complete on the mirror. The engine's tests need no
+# other extensions, and compiling with optimisation takes longer than it saves.
 bring_up_compiled() {
-    local name=$1 system=$matrix/bookworm source=${1%-*} options=--enable-${1##*-} version
+    local name=$1 system=$matrix/bookworm source=${1%%-*} options version
+    options=${1#"$source"}
+    options=${options//-/ --enable-}
     [[ $name != *-zts ]] || options+=" --enable-embed"
     [[ ! -x $system/opt/$name/bin/php-config ]] || return 0
     # shellcheck disable=SC2016
@@ -105,8 +110,7 @@ bring_up_compiled() {
         rm -rf "$0"
         dpkg-source --no-check --skip-patches -x "$1"_*.dsc "$0"
         cd "$0"
-        ./configure --quiet CFLAGS="-O1 -w" --prefix="/opt/$0" --disable-all --enable-cli --disable-cgi --disable-phpdbg \
-            --enable-ctype --enable-tokenizer --enable-mbstring --disable-mbregex --enable-posix --enable-pcntl \
+        ./configure --quiet CFLAGS="-O0 -w" --prefix="/opt/$0" --disable-all --enable-cli --disable-cgi --disable-phpdbg \
             --with-libxml --enable-simplexml $2
         make -j"$(nproc)"
         make install-headers install-build install-programs install-cli $(case $2 in *embed*) echo install-sapi ;; esac)
@@ -128,30 +132,33 @@ bring_up_headers() {
     write_config "$system/opt/old-headers" /usr/bin/php8.2
 }
 
-# Unpacks the packages of arm64 into a folder: installed beside them they would remove the system's own PHP.
-bring_up_arm64() {
-    local system=$matrix/bookworm
-    [[ ! -x $system/opt/arm64/php-config ]] || return 0
-    in_chroot "$system" dpkg --add-architecture arm64
-    fetch "$system" update && install "$system" g++-aarch64-linux-gnu qemu-user-static || return
+# Unpacks the packages of another processor into a folder: installed beside them they would remove the system's own PHP.
+bring_up_emulated() {
+    local processor=$1 system=$matrix/bookworm machine=${1/arm64/aarch64}
+    [[ ! -x $system/opt/$processor/php-config ]] || return 0
+    in_chroot "$system" dpkg --add-architecture "$processor"
+    fetch "$system" update && install "$system" "g++-$machine-linux-gnu" qemu-user-static || return
+    # Looked up as on a machine of that processor which has nothing yet: versions may differ from those of this one.
     # shellcheck disable=SC2016
     in_chroot "$system" sh -ec '
-        mkdir -p /opt/arm64/packages && cd /opt/arm64/packages
-        apt-get install -s --no-install-recommends php8.2-cli:arm64 php8.2-mbstring:arm64 php8.2-xml:arm64 php8.2-intl:arm64 \
-            php8.2-sqlite3:arm64 | sed -n "s/^Inst \([^ :]*\).*/\1/p" | grep -Evx "php-common|tzdata|ucf|psmisc|perl.*" >list
+        mkdir -p "/opt/$0/packages" && cd "/opt/$0/packages"
+        other="-q -o APT::Architecture=$0 -o APT::Architectures=$0 -o Dir::State::status=/dev/null -o Dir::Cache::pkgcache= -o Dir::Cache::srcpkgcache="
+        apt-get $other install -s --no-install-recommends php8.2-cli php8.2-mbstring php8.2-xml php8.2-intl php8.2-sqlite3 |
+            sed -n "s/^Inst \([^ ]*\).*/\1/p" >list
+        grep -qx php8.2-cli list
         for try in 1 2 3; do
-            ! apt-get download -q $(sed "s/$/:arm64/" list) php8.2-dev:arm64 || break
+            ! apt-get $other download $(cat list) php8.2-dev || break
         done
         for package in *.deb; do
             dpkg -x "$package" ..
         done
-        rm *.deb' || return "$NO_ANSWER"
-    cat >"$system/opt/arm64/php" <<'SH'
+        rm *.deb' "$processor" || return "$NO_ANSWER"
+    cat >"$system/opt/$processor/php" <<SH
 #!/bin/sh
-exec qemu-aarch64-static -L /opt/arm64 -0 "$0" /opt/arm64/usr/bin/php8.2 "$@"
+exec qemu-$machine-static -L /opt/$processor -0 "\$0" /opt/$processor/usr/bin/php8.2 "\$@"
 SH
-    chmod +x "$system/opt/arm64/php"
-    write_config "$system/opt/arm64" /opt/arm64/php
+    chmod +x "$system/opt/$processor/php"
+    write_config "$system/opt/$processor" "/opt/$processor/php"
 }
 
 # write_config FOLDER PHP writes php-config and phpize of Debian's PHP 8.2 with the headers below FOLDER.
