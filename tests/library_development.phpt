@@ -39,6 +39,7 @@ $new = fn(mixed ...$options): Development => new Development(...$options, memory
 put(['page.tpl' => 'page {include part.tpl}{include lost.tpl}', 'part.tpl' => 'part', 'other.tpl' => 'other {include part.tpl}']);
 
 requests('production', 'page.tpl');
+echo 'classes of the checker: ', count(preg_grep('/^TemplateTool/', get_declared_classes())), "\n";
 requests('first', 'page.tpl', $new());
 requests('again', 'page.tpl', $new());
 put(['part.tpl' => 'part {*::x}']);
@@ -73,6 +74,7 @@ foreach (glob(folder() . '/template-development-*/*') as $file) {
 ?>
 --EXPECT--
 production: page part
+classes of the checker: 0
 first: page part level 1024: page.tpl:1:33: warning: there is no file "lost.tpl" in the include path, so nothing is included [missing-include]
 again: page part
 a change of the part: page part {*::x} level 1024: part.tpl:1:7: warning: "*::x" stands outside of every loop, so it finds nothing [outside-loop]

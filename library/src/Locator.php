@@ -26,13 +26,13 @@ final class Locator
     /** @param list<string> $folders the include path */
     public function __construct(private array $folders)
     {
-        $this->files = new Files($folders);
     }
 
     /** $source: the name of the template, or its text. $data: what it was to be rendered with. */
     public function error(string $message, string $source, array $data, bool $isText): TemplateError
     {
         [$finding, $file] = Quiet::run(function () use ($message, $source, $data, $isText): array {
+            $this->files = new Files($this->folders);
             $path = $isText ? null : $this->files->find($source, '') ?? '';
             $finding = $this->finding($message, $source, $data, $path);
             return [$finding, $finding === null ? $this->namedFile($message) : $finding->source->path];
