@@ -36,6 +36,8 @@ final class Script
             $isWanted && $this->note('warning', (self::KINDS[$level] ?? '') . $message, $file, $line);
             return $isWanted;
         });
+        // Scripts have the classes for applications, too.
+        require __DIR__ . '/library/autoload.php';
         $this->start = hrtime(true);
         try {
             (static function (array $data): void {

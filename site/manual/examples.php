@@ -25,7 +25,8 @@ function reached(string $entry, array $files, string $json): array
         $all = implode("\n", $reached) . $json;
         $more = array_filter(
             array_diff_key($files, $reached),
-            static fn(string $name): bool => str_contains($all, $name),
+            // A script may name a folder elsewhere.
+            static fn(string $name): bool => str_contains($all, $entry === SCRIPT ? basename($name) : $name),
             ARRAY_FILTER_USE_KEY
         );
         $reached += $more;
