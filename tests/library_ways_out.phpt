@@ -88,7 +88,7 @@ set_error_handler(fn(int $level, string $message) => throw new ErrorException($m
 echo 'throwing handler: ', implode(', ', $messages), "\n";
 restore_error_handler();
 
-$start = 'require "' . __DIR__ . '/library.inc"; $engine = new Template\Engine("' . folder() . '");
+$start = 'require "' . __DIR__ . '/library.inc"; $engine = new Template\Engine(".");
     final class Code { public function __toString(): string { %s } }
     set_include_path("/mine"); %s
     register_shutdown_function(fn() => print " " . get_include_path() . (set_error_handler(null) ? " handler" : " none"));
