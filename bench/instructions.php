@@ -1,9 +1,12 @@
 <?php
 
-// Runs under callgrind and has it write the instructions of each page and of each probe.
+// Runs under callgrind and has it write the instructions of each page and, when all is asked for, of each probe and of each
+// series of growth in three sizes.
 // A probe is rendered in a single and a double size, so that all but its unit cancels.
-[, $build] = $argv;
+[, $build, $what] = $argv;
+$all = $what === 'all';
 require __DIR__ . '/lib/pages.php';
+require __DIR__ . '/lib/series.php';
 $rows = fn (int $n, mixed $value) => ['rows' => array_fill(0, $n, ['value' => $value])];
 $cells = fn (string $tag, mixed $value) => [10000, fn ($size) => [
     '{dynamic rows}' . str_repeat($tag, 10 * $size) . '{/dynamic}', $rows(1000, $value),
@@ -31,16 +34,24 @@ $count = function (string $name, int $calls, Closure $render): void {
     }
     yardstick_count("$calls $name");
 };
-foreach (['template' => PAGES, 'php' => ['table', 'shop']] as $engine => $pages) {
+foreach (['template' => PAGES, 'php' => $all ? ['table', 'shop'] : []] as $engine => $pages) {
     $prepare = (require __DIR__ . "/engines/$engine.php")("$build/pages", '');
     foreach ($pages as $page) {
         $count("$engine $page", in_array($page, ['hello', 'includes', 'string', 'shop']) ? 20 : 3, $prepare($page, pageData("$build/pages", $page)));
     }
 }
-foreach ($probes as $name => [$units, $make]) {
+foreach ($all ? $probes : [] as $name => [$units, $make]) {
     foreach (['single', 'double'] as $i => $size) {
         [$text, $data] = $make($i + 1);
         file_put_contents("$build/probe.tpl", $text);
         $count("$size/$units $name", 1, fn () => template("$build/probe.tpl", $data));
+    }
+}
+foreach ($all ? growthSeries("$build/growth") : [] as $name => [$sizes, $make]) {
+    $least = min(intdiv(end($sizes), 4), max(1000, 10 * $sizes[0]));
+    foreach ([1, 2, 4] as $times) {
+        [$text, $data] = $make($least * $times);
+        file_put_contents("$build/growth/growth.tpl", $text);
+        $count("x$times $name", 1, fn () => template("$build/growth/growth.tpl", $data));
     }
 }

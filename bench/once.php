@@ -1,8 +1,8 @@
 <?php
 
-// Renders one page with one engine, as a web request or as a fresh process would.
+// Renders one page with one engine: that of the address in a web request, else the shop's.
 $engine = getenv('BENCH_ENGINE');
-$page = getenv('BENCH_PAGE');
+$page = ($_SERVER['QUERY_STRING'] ?? '') ?: 'shop';
 $build = getenv('BENCH_BUILD');
 $prepare = (require __DIR__ . "/engines/$engine.php")("$build/pages", "$build/cache/$engine");
 echo $prepare($page, require "$build/pages/$page/data.php")();

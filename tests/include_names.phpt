@@ -44,7 +44,21 @@ foreach ([7, 1.5, true, false, null, [], ['other.tpl'], new SplFileInfo('other.t
 }
 $rows[] = ['integer that names a file', '{include x}{include 7}', ['x' => 7], 'seven'];
 table($rows);
+
+// A link that is switched within a process counts at once, whatever the way to the file and its length.
+put(['was/page.tpl' => 'was {include leaf.tpl}', 'is/page.tpl' => 'is {include leaf.tpl}',
+    'was/leaf.tpl' => str_repeat('before ', 1000), 'is/leaf.tpl' => str_repeat('after ', 1000)]);
+set_include_path(getcwd() . '/link' . PATH_SEPARATOR . get_include_path());
+foreach (['was', 'is', 'was'] as $folder) {
+    symlink($folder, 'next');
+    rename('next', 'link');
+    foreach (['leaf.tpl', './link/page.tpl', getcwd() . '/link/page.tpl'] as $name) {
+        echo substr(template($name, []), 0, 10), '|';
+    }
+}
+unlink('link');
 ?>
 --EXPECT--
 19 rows
 9 rows
+before bef|was before|was before|after afte|is after a|is after a|before bef|was before|was before|

@@ -2,6 +2,7 @@
 
 const PAGES = ['hello', 'table', 'nested', 'literal', 'includes', 'shop', 'string'];
 const ENGINES = ['template', 'php', 'twig', 'smarty', 'blade'];
+const REQUESTED = ['hello', 'includes', 'shop']; // as whole requests
 
 const SYNTAX = [
     'php' => [

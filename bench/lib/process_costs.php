@@ -1,9 +1,12 @@
 <?php
 
-/** Median nanoseconds of a whole request of the shop page to PHP's built-in server, by engine. */
+/**
+ * Median nanoseconds of a whole request to PHP's built-in server, by page and engine, and of what each takes beyond one that
+ * prints the finished page: the engines take turns, and each is compared with the request of the same turn.
+ */
 function measureWeb(array $engines, int $rounds): array
 {
-    $servers = $addresses = $samples = [];
+    $servers = $addresses = $result = [];
     foreach ($engines as $engine) {
         $socket = stream_socket_server('tcp://127.0.0.1:0');
         $addresses[$engine] = stream_socket_get_name($socket, false);
@@ -12,40 +15,55 @@ function measureWeb(array $engines, int $rounds): array
         $servers[$engine] = proc_open($command, [1 => ['file', '/dev/null', 'w'], 2 => ['file', '/dev/null', 'w']], $pipes, null, pageEnvironment($engine));
     }
     try {
-        foreach ($engines as $engine) {
-            for ($tries = 0; !@stream_socket_client("tcp://$addresses[$engine]"); $tries++) {
-                $tries < 500 ? usleep(10000) : fail("the web server of $engine did not start");
-            }
-            for ($i = 0; $i < 20; $i++) {
-                $text = requestPage($addresses[$engine]);
-            }
-            if ($engine !== 'nothing' && !str_contains($text, '</html>')) {
-                fail("the web server of $engine answers: " . substr($text, 0, 300));
-            }
-        }
-        for ($round = 0; $round < $rounds; $round++) {
+        foreach (REQUESTED as $page) {
             foreach ($engines as $engine) {
-                $start = hrtime(true);
-                requestPage($addresses[$engine]);
-                $samples[$engine][] = hrtime(true) - $start;
+                warmServer($engine, $addresses[$engine], $page);
             }
+            $samples = $beyond = [];
+            for ($round = 0; $round < $rounds; $round++) {
+                $times = [];
+                foreach ($engines as $engine) {
+                    $start = hrtime(true);
+                    requestPage($addresses[$engine], $page);
+                    $samples[$engine][] = $times[$engine] = hrtime(true) - $start;
+                }
+                foreach ($times as $engine => $time) {
+                    $beyond[$engine][] = $time - $times['fixed'];
+                }
+            }
+            $result['web'][$page] = array_map('median', $samples);
+            $result['beyond'][$page] = array_map('median', array_diff_key($beyond, ['fixed' => 0, 'nothing' => 0]));
         }
     } finally {
         array_map('proc_terminate', $servers);
     }
-    return array_map('median', $samples);
+    return $result;
 }
 
-function requestPage(string $address): string
+/** Waits for a server and has it render the page until its caches are warm. */
+function warmServer(string $engine, string $address, string $page): void
+{
+    for ($tries = 0; !@stream_socket_client("tcp://$address"); $tries++) {
+        $tries < 500 ? usleep(10000) : fail("the web server of $engine did not start");
+    }
+    for ($i = 0; $i < 20; $i++) {
+        $text = requestPage($address, $page);
+    }
+    if ($engine !== 'nothing' && preg_replace('/\s+/', '', explode("\r\n\r\n", $text)[1] ?? '') !== preg_replace('/\s+/', '', file_get_contents(BUILD . "/out/$page.template"))) {
+        fail("the web server of $engine answers: " . substr($text, 0, 300));
+    }
+}
+
+function requestPage(string $address, string $page): string
 {
     $connection = stream_socket_client("tcp://$address");
-    fwrite($connection, "GET / HTTP/1.0\r\n\r\n");
+    fwrite($connection, "GET /?$page HTTP/1.0\r\n\r\n");
     return stream_get_contents($connection);
 }
 
 function pageEnvironment(string $engine): array
 {
-    return ['BENCH_ENGINE' => $engine, 'BENCH_PAGE' => 'shop', 'BENCH_BUILD' => BUILD] + getenv();
+    return ['BENCH_ENGINE' => $engine, 'BENCH_BUILD' => BUILD] + getenv();
 }
 
 /** Median nanoseconds of a fresh process that renders the shop page once; opcache, as usual there, is off. */
@@ -72,6 +90,22 @@ function measureMemory(array $engines): array
         $result[$engine] = $memory + ['peak' => max($memory['php'], $memory['process'])];
     }
     return $result;
+}
+
+/** What large results cost, with the pages that PHP asks for by itself and with huge ones: medians of processes that take turns. */
+function measureLarge(bool $quick): array
+{
+    $runs = [];
+    for ($i = 0; $i < ($quick ? 1 : 5); $i++) {
+        foreach (['0', '1'] as $huge) {
+            $command = [...phpCommand([MODULE]), dirname(__DIR__) . '/large.php', BUILD . '/growth'];
+            foreach (json_decode(output($command, ['USE_ZEND_ALLOC_HUGE_PAGES' => $huge]), true) as $name => $costs) {
+                $runs[$name][$huge][] = $costs;
+            }
+        }
+    }
+    $median = fn (array $costs) => array_map(fn ($key) => median(array_column($costs, $key)), ['bytes' => 'bytes', 'time' => 'time', 'faults' => 'faults']);
+    return array_map(fn ($sizes) => array_map($median, $sizes), $runs);
 }
 
 /** Nanoseconds per unit while one thing grows, by series and size. */

@@ -14,12 +14,12 @@ ZEND_END_ARG_INFO()
 
 /* Counting rather than branching lets the compiler use vector instructions:
  * no search for both braces can be much cheaper. */
-__attribute__((optimize("O3"))) static zend_long braces(const char* bytes, ssize_t length) {
+__attribute__((optimize("O3"))) static zend_long braces(const char* bytes, size_t length) {
 	zend_long found = 0;
 	while (length > 0) {
 		unsigned char part = 0;
-		ssize_t step = length < 255 ? length : 255;
-		for (ssize_t i = 0; i < step; i++) {
+		size_t step = length < 255 ? length : 255;
+		for (size_t i = 0; i < step; i++) {
 			part += (bytes[i] == '{') | (bytes[i] == '}');
 		}
 		found += part;
@@ -29,8 +29,8 @@ __attribute__((optimize("O3"))) static zend_long braces(const char* bytes, ssize
 	return found;
 }
 
-/* Reads every named file to its end in chunks of 4092 bytes. Returns the number
- * of bytes, or of braces when they are to be looked for; false if one is missing. */
+/* Reads every named file to its end in chunks of 4092 bytes and returns the number of
+ * bytes; or reads it in one step and returns the number of braces. False if one is missing. */
 PHP_FUNCTION(yardstick_read) {
 	HashTable* names;
 	zval* name;
@@ -48,9 +48,13 @@ PHP_FUNCTION(yardstick_read) {
 		if (!stream) {
 			RETURN_FALSE;
 		}
+		if (scan) {
+			zend_string* text = php_stream_copy_to_mem(stream, PHP_STREAM_COPY_ALL, 0);
+			sum += braces(ZSTR_VAL(text), ZSTR_LEN(text));
+			zend_string_release(text);
+		}
 		while (!php_stream_eof(stream)) {
-			ssize_t got = php_stream_read(stream, buffer, 4092);
-			sum += scan ? braces(buffer, got) : got;
+			sum += php_stream_read(stream, buffer, 4092);
 		}
 		php_stream_close(stream);
 	}
