@@ -8,6 +8,7 @@
  */
 final class Script
 {
+    private const FOLDER = '/page/';
     private const KINDS = [
         E_NOTICE => 'Notice: ',
         E_USER_NOTICE => 'Notice: ',
@@ -45,21 +46,24 @@ final class Script
             })($data, getcwd() . "/$this->path");
         } catch (Throwable $thrown) {
             $kind = $thrown instanceof ParseError ? '' : 'Uncaught ' . $thrown::class . ': ';
-            $this->note('error', $kind . $thrown->getMessage(), $thrown->getFile(), $thrown->getLine());
+            // What a library has thrown belongs to the line that called it.
+            $places = [['file' => $thrown->getFile(), 'line' => $thrown->getLine()], ...$thrown->getTrace()];
+            $own = array_filter($places, static fn(array $place): bool => str_starts_with($place['file'] ?? '', self::FOLDER));
+            ['file' => $file, 'line' => $line] = reset($own) ?: $places[0];
+            $this->note('error', $kind . $thrown->getMessage(), $file, $line);
         }
         exit;
     }
 
     private function note(string $severity, string $message, string $file, int $line): void
     {
-        $folder = '/page/';
-        if (!str_starts_with($file, $folder)) {
+        if (!str_starts_with($file, self::FOLDER)) {
             $this->messages[] = $message;
             return;
         }
         $code = explode("\n", (string) @file_get_contents($file))[$line - 1] ?? '';
         $this->findings[] = [
-            'file' => substr($file, strlen($folder)),
+            'file' => substr($file, strlen(self::FOLDER)),
             'line' => $line,
             'column' => strspn($code, " \t") + 1,
             'endLine' => $line,

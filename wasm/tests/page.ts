@@ -108,6 +108,7 @@ async function tryScripts(): Promise<void> {
     ["an exception", "\nthrow new LogicException('oh');", 3, "Uncaught LogicException: oh"],
     ["what can't be read", "echo 1;\necho ];", 3, "Unmatched"],
     ["a fatal error", "class A {}\nclass B extends A { final function x() {} }\nclass C extends B { function x() {} }", 4, "Cannot override"],
+    ["a library's exception", "\nnew Template\\Engine(['none', 1]);", 3, "Uncaught"],
     ["a file behind", "\nrequire 'gone.php';", 3, "Failed opening"],
   ] as const) {
     const { findings } = await engine.run(script(code));
