@@ -99,8 +99,8 @@ table([
 ]);
 
 // What a template makes PHP hold counts for memory_limit; afterwards it is given back. (PHP 8.5 and later give back nothing
-// before the request ends, whichever function met the limit; PHP before 8.2.35 holds the arguments: 6 MB beside $long.)
-$most = PHP_VERSION_ID < 80500 ? 12000000 : PHP_INT_MAX;
+// before the request ends, whichever function met the limit; PHP before 8.2.35 holds the arguments: up to 8 MB beside $long.)
+$most = PHP_VERSION_ID < 80500 ? 14000000 : PHP_INT_MAX;
 $limited = fn(string $call): Closure => fn() => preg_replace('/^Fatal error: Allowed memory size of 33554432 bytes exhausted .*? on line \d+\s*/s', 'F ', child('
     ini_set("memory_limit", "32M");
     $before = memory_get_usage();
