@@ -59,6 +59,10 @@ requests('nowhere to remember', 'other.tpl', new Development(memory: '/none/told
 put(['bad.tpl' => '{a::}']);
 requests('an error in production', 'bad.tpl');
 requests('an error', 'bad.tpl', $new());
+put(['large.tpl' => '{optional none}' . str_repeat('{a}', 20000) . '{/optional}']);
+$limit = ini_set('memory_limit', '32M');
+requests('not memory enough', 'large.tpl', $new());
+ini_set('memory_limit', $limit);
 
 $log = new Log();
 (new Engine(folder(), new Development($log, memory: "$memory.log")))->render('other.tpl');
@@ -92,6 +96,7 @@ nowhere to remember: other part {*::x} level 1024: part.tpl:1:7: warning: "*::x"
 nowhere to remember: other part {*::x} level 1024: part.tpl:1:7: warning: "*::x" stands outside of every loop, so it finds nothing [outside-loop]
 an error in production: Template\TemplateError: Bad formated parameter'a::': too many : in bad.tpl
 an error: Template\TemplateError: Bad formated parameter'a::': too many : in bad.tpl
+not memory enough: level 1024: large.tpl:1:1: error: this can't be checked: there may not be memory enough for it [unreadable-file]
 notice 1:7 outside-loop in part.tpl
 told
 told.json 700

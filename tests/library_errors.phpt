@@ -51,8 +51,12 @@ echo "\n";
 
 // What the checker has no memory for is told without its place, and doesn't end the request.
 file_put_contents(folder() . '/large.tpl', str_repeat('{a} ', 300000) . '{b::}');
+file_put_contents(folder() . '/parts.tpl', "{include half.tpl}\n{include rest.tpl}{b::}");
+foreach (['half', 'rest'] as $name) {
+    file_put_contents(folder() . "/$name.tpl", implode(' ', array_map(fn(int $i): string => '{' . $name . "$i}", range(1, 20000))));
+}
 $limit = ini_set('memory_limit', '32M');
-echo rendered($engine, 'large.tpl'), "\n", rendered($engine, 'lines.tpl'), "\n\n";
+echo rendered($engine, 'large.tpl'), "\n", rendered($engine, 'parts.tpl'), "\n", rendered($engine, 'lines.tpl'), "\n\n";
 ini_set('memory_limit', $limit);
 
 // A folder prints a notice of PHP's, which is the caller's matter.
@@ -119,6 +123,7 @@ Unexpected closing dynamic tag in \n{include only.tpl}{/dynamic} | caller | 2:19
 a
 
 Bad formated parameter'b::': too many : in large.tpl | large.tpl:0 | -
+Bad formated parameter'b::': too many : in parts.tpl | parts.tpl:2 | 2:19
 Bad formated parameter'a::': too many : in lines.tpl | lines.tpl:2 | 2:3
 
 basic_string::append | folder.tpl:2 | 2:2

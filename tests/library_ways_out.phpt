@@ -61,6 +61,8 @@ foreach ([
         restore_error_handler();
         return 'x';
     }), []]]),
+    'a handler is left' => fn() => $engine->render('page.tpl', $in(fn() => set_error_handler(fn() => false) && set_error_handler(null) ? 'x' : 'y')),
+    'the handler is taken' => fn() => $engine->renderText("{v}\n{a::}", $in(fn() => restore_error_handler())),
     'no object' => fn() => $engine->render('page.tpl', ['v' => new stdClass()]),
 ] as $what => $call) {
     try {
@@ -138,6 +140,9 @@ caught in code: [2]
 the function in code: [] | 2 Bad formated parameter'a::': too many : in {a::}
 another path in code: [~]
 handler of code: xArray | 2 Array to string conversion
+a handler is left: [x]
+the handler is taken: Template\TemplateError: The template was refused, but an error handler of the data took the message | 2 Bad formated parameter'a::': too many : in {v}
+{a::}
 no object: Error: Object of class stdClass could not be converted to string
 throwing handler: ErrorException: Array to string conversion
 exit: /mine handler | exit 0

@@ -42,8 +42,26 @@ final class Call
     public function end(): void
     {
         self::$running = $this->around;
-        restore_error_handler();
+        $this->restoreHandler();
         set_include_path($this->callersPath);
+    }
+
+    /** Code of the data may have left handlers of its own, or have taken this call's away. */
+    private function restoreHandler(): void
+    {
+        for ($tries = 0; $tries < 100; ++$tries) {
+            $current = set_error_handler(null);
+            restore_error_handler();
+            if ($current === [$this, 'hear']) {
+                restore_error_handler();
+                return;
+            }
+            if ($current === $this->callersHandler) {
+                return;
+            }
+            restore_error_handler();
+        }
+        set_error_handler($this->callersHandler);
     }
 
     /** What the function has against the template. */

@@ -69,7 +69,7 @@ final class Development
         if ($files && $files === self::stamps(array_keys($files))) {
             return [];
         }
-        $checker = new Checker(new Options($folders, $this->off, $this->security));
+        $checker = new Checker(new Options($folders, $this->off, $this->security, memory: Quiet::memory()));
         $findings = array_filter($checker->checkFiles([$path]), $this->isNew(...));
         $this->known['pages'][$page] = self::stamps([$path, ...array_keys($checker->sources()), ...$checker->looked()]);
         $this->remember();

@@ -15,12 +15,6 @@ use TemplateTool\Rules\Catalogue;
  */
 final class Locator
 {
-    /** Larger templates aren't checked: a refusal must not take seconds. */
-    private const MOST_BYTES = 1000000;
-
-    /** How many bytes of memory the checker takes at most for a byte of a template. */
-    private const MEMORY = 120;
-
     private Files $files;
 
     /** @param list<string> $folders the include path */
@@ -52,23 +46,17 @@ final class Locator
     /** $path: of the file that was rendered, empty when there is none; null for a text. */
     private function finding(string $message, string $source, array $data, ?string $path): ?Finding
     {
-        if ($path === '' || ($path === null ? strlen($source) : (int) filesize($path)) > self::mostBytes()) {
+        $memory = Quiet::memory() - ($path === null ? Files::memoryOf($source) : 0);
+        if ($path === '' || $memory < 0) {
             return null;
         }
-        $checker = new Checker(new Options($this->folders, Catalogue::names(), data: $data));
+        $checker = new Checker(new Options($this->folders, Catalogue::names(), data: $data, memory: $memory));
         foreach ($path === null ? $checker->checkText($source, '') : $checker->checkFiles([$path]) as $finding) {
             if ($finding->isError() && !$finding->isUnreadable() && $this->isAbout($message, $finding)) {
                 return $finding;
             }
         }
         return null;
-    }
-
-    /** How large a template may be, so that its check doesn't end the request for want of memory. */
-    private static function mostBytes(): int
-    {
-        $limit = ini_parse_quantity(ini_get('memory_limit'));
-        return $limit <= 0 ? self::MOST_BYTES : min(self::MOST_BYTES, intdiv($limit - memory_get_usage(), self::MEMORY));
     }
 
     /** Whether a message is a finding's, and ends in the name of its file. */

@@ -38,7 +38,7 @@ final class Checker
         private Documents $documents = new Documents(),
         array $texts = [],
     ) {
-        $this->files = new Files($options->includePath, $texts);
+        $this->files = new Files($options->includePath, $texts, $options->memory);
     }
 
     /**

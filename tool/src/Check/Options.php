@@ -13,6 +13,7 @@ final class Options
      * $data: what the templates are meant for; null when nothing is known of it.
      * $errors: the names of warnings that count as errors.
      * $vouched: references, as templates write them, to values that need no escaping.
+     * $memory: how many bytes of memory the templates may take; files beyond that aren't read. Null for any number.
      *
      * @param list<string> $includePath
      * @param list<string> $off
@@ -26,6 +27,7 @@ final class Options
         public readonly ?array $data = null,
         public readonly array $errors = [],
         public readonly array $vouched = [],
+        public readonly ?int $memory = null,
     ) {
     }
 }

@@ -9,6 +9,10 @@ final class Files
 {
     public const LARGEST = 8000000;
 
+    // What a check takes at most, in bytes of memory: each tag can have a text, a finding and a warning of its own.
+    private const MEMORY_OF_TAG = 4000;
+    private const MEMORY_OF_BYTE = 40;
+
     /** @var array<string, ?string> */
     private array $found = [];
 
@@ -16,13 +20,19 @@ final class Files
     private array $looked = [];
 
     /**
-     * $includePath: as in Options. $texts: as in Checker.
+     * $includePath, $memory: as in Options. $texts: as in Checker.
      *
      * @param list<string> $includePath
      * @param array<string, string> $texts
      */
-    public function __construct(private array $includePath, private array $texts = [])
+    public function __construct(private array $includePath, private array $texts = [], private ?int $memory = null)
     {
+    }
+
+    /** How many bytes of memory the check of a text takes at most. */
+    public static function memoryOf(string $text): int
+    {
+        return self::MEMORY_OF_BYTE * strlen($text) + self::MEMORY_OF_TAG * substr_count($text, '{');
     }
 
     /**
@@ -92,6 +102,20 @@ final class Files
         return $bytes > self::LARGEST ? vsprintf('too large for a template: %.1f MB; the limit is %.1f MB', $sizes) : null;
     }
 
+    /** Takes what a text needs of the memory. */
+    private function memoryProblem(string $text): ?string
+    {
+        if ($this->memory === null) {
+            return null;
+        }
+        $left = $this->memory - self::memoryOf($text);
+        if ($left < 0) {
+            return 'there may not be memory enough for it';
+        }
+        $this->memory = $left;
+        return null;
+    }
+
     /** A file that the command line names, or what it names in place of one. @throws Unreadable */
     public function readGiven(string $path): Source
     {
@@ -119,7 +143,7 @@ final class Files
             default => self::sizeProblem((int) filesize($path)),
         };
         $text ??= $problem === null ? @file_get_contents($path) : '';
-        $problem ??= $text === false ? 'reading failed' : self::textProblem($text);
+        $problem ??= $text === false ? 'reading failed' : self::textProblem($text) ?? $this->memoryProblem($text);
         if ($problem !== null) {
             throw new Unreadable($path, $problem);
         }
