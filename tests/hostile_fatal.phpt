@@ -40,7 +40,7 @@ $places = [
 $deeds = [
     'exit' => ['exit(7);', 7, ''],
     'fatal error' => ["restore_error_handler();\n@trigger_error('fatal', E_USER_ERROR);", 255, "Fatal error: fatal in %s on line %d\n "],
-    'memory' => ["str_repeat('x', 1 << 29);", 255, "Fatal error: Allowed memory size of 134217728 bytes exhausted (tried to allocate %d bytes) in %s on line %d\n "],
+    'memory' => ["str_repeat('x', 1 << 29);", 255, "Fatal error: Allowed memory size of 134217728 bytes exhausted%s(tried to allocate %d bytes) in %s on line %d\n "],
     'exception' => ["throw new LogicException('thrown');", 255, "Fatal error: Uncaught LogicException: thrown in %s\n  thrown in %s on line %d\n "],
 ];
 
