@@ -28,6 +28,7 @@ $no_text = fn(string $class): array => fails("Error: Object of class $class coul
 $text = 'by reference';
 $list = [1];
 $number = 7;
+$noNumber = NAN;
 $object = new Label('referenced');
 $opened = fopen('php://memory', 'r');
 $closed = fopen('php://memory', 'r');
@@ -45,6 +46,7 @@ $values = [
     ['open resource', $opened, (string) $opened], ['closed resource', $closed, (string) $closed],
     ['referenced text', [&$text], 'by reference'], ['referenced array', [&$list], noted('Array', $array)],
     ['referenced integer', [&$number], '7'], ['referenced object', [&$object], 'referenced'],
+    ['referenced float that is no number', [&$noNumber], 'NAN'],
     ['object without text', new stdClass(), $no_text('stdClass')], ['closure', [fn() => 1], $no_text('Closure')],
     ['enumeration', Suit::Hearts, $no_text('Suit')],
 ];
@@ -83,4 +85,4 @@ foreach (['14', '17', '-1', '0', '1', '6', '15', '16', '40'] as $precision) {
 table($rows);
 ?>
 --EXPECT--
-295 rows
+299 rows

@@ -95,7 +95,7 @@ test("a link restores what one sees, and a broken one does no harm", async () =>
   assert.equal(await rendered().innerText(), "Grüße 😀 from a partial");
 
   await openPlayground("#1-AAAA");
-  await waitForText(page.locator("#note"), "link is broken");
+  await waitForText(page.locator("#list"), "link is broken");
 });
 
 test("work isn't lost: another example can be undone, earlier work comes back, reset goes to the example", async () => {
@@ -159,7 +159,7 @@ test("a set of files goes out as one .zip and comes back, also as single files",
     ["big.zip", zipSync({ "page.tpl": new Uint8Array(2 << 20) }), "more than 1 MB"],
     ["up.zip", zipSync({ "page.tpl": strToU8("x"), "../up.tpl": strToU8("y") }), "dot"]]) {
     await upload([name, content]);
-    await waitForText(notice(), words);
+    await waitForText(page.locator("#list"), words);
     assert.match(await rendered().innerText(), /A B/, name);
   }
 });

@@ -26,10 +26,12 @@ void appendValue(TextBuffer& sOutput, const zval* phpVariable) {
 }
 
 zend_string* convertToString(const zval* phpVariable) {
-	// PHP 8.5 and later warn of a float that is no number; PHP 8.2 prints it and says nothing.
 	ZVAL_DEREF(phpVariable);
-	if (Z_TYPE_P(phpVariable) == IS_DOUBLE) {
-		return zend_double_to_str(Z_DVAL_P(phpVariable));
+	// PHP 8.5 and later warn of a float that is no number; PHP 8.2 prints it and says nothing.
+	if (Z_TYPE_P(phpVariable) == IS_DOUBLE && zend_isnan(Z_DVAL_P(phpVariable))) {
+		zend_string* sText = requestString(3);
+		memcpy(ZSTR_VAL(sText), "NAN", sizeof("NAN"));
+		return sText;
 	}
 	// The conversion may run user code that takes the value out of the data; it is held meanwhile.
 	zval phpHeld;

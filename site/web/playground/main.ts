@@ -38,6 +38,8 @@ let offered: Example[] = [];
 /** The state that was loaded last, to tell whether anything has been changed since. */
 let original = "";
 let problems: Problem[] = [];
+/** Files or a link that couldn't be taken; told until something else happens. */
+let refused: Problem[] = [];
 let shownPage: string | null = null;
 let link = 0;
 let templates: EditorView;
@@ -66,6 +68,7 @@ function load(state: State): void {
   open = state.open;
   templates.setState(states.get(open)!);
   problems = [];
+  refused = [];
   original = content(state);
   showFiles();
   showViews();
@@ -88,21 +91,21 @@ function replace(how: () => void, what: string): void {
   }
 }
 
-function notify(text: string, undo: (() => void) | null): void {
+function notify(text: string, undo: () => void): void {
   const notice = element("notice");
   notice.firstElementChild!.textContent = text;
   notice.hidden = false;
   const button = notice.querySelector("button")!;
-  button.hidden = undo === null;
   const timer = setTimeout(() => (notice.hidden = true), NOTICE);
   button.onclick = () => {
     clearTimeout(timer);
     notice.hidden = true;
-    undo!();
+    undo();
   };
 }
 
 function changed(): void {
+  refused = [];
   runner.run();
   clearTimeout(link);
   link = window.setTimeout(async () => history.replaceState(null, "", await toFragment(current())), 400);
@@ -125,6 +128,11 @@ function showRefusal(message: string): void {
   element("time").textContent = noPage();
 }
 
+function refuse(message: string): void {
+  refused = problemsOfRefusal(message);
+  markAll();
+}
+
 function showPage(page: string | null): void {
   element("output").classList.toggle("stale", page === null);
   if (page !== null && page !== shownPage) {
@@ -144,7 +152,7 @@ function noPage(): string {
 function markAll(): void {
   underline(templates, problems.filter((problem) => problem.file === open));
   underline(data, problems.filter((problem) => problem.file === DATA));
-  showProblems(element("list"), element("count"), problems, jump);
+  showProblems(element("list"), element("count"), [...refused, ...problems], jump);
   showFiles();
 }
 
@@ -265,7 +273,7 @@ async function upload(input: HTMLInputElement): Promise<void> {
     }, "Your page has been replaced by these files.");
     changed();
   } catch (error) {
-    notify((error as Error).message, null);
+    refuse((error as Error).message);
   }
   input.value = "";
 }
@@ -303,7 +311,7 @@ async function start(): Promise<void> {
   const isBroken = location.hash.length > 1;
   loadExample(0);
   if (isBroken) {
-    element("note").textContent = "This link is broken, so here is the first example.";
+    refuse("This link is broken, so here is the first example.");
   }
 }
 
