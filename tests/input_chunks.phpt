@@ -6,7 +6,10 @@ template
 <?php
 require __DIR__ . '/table.inc';
 
+// A stream is read in chunks; a file on disk in one buffer, and what is more in long steps.
 const CHUNK = 4092;
+const BUFFER = 4096;
+const STEP = 65536;
 
 /** Moves each probe over a border, one byte at a time: its answer moves along and stays the same. */
 function over(array $borders, array $probes, array $data): Generator
@@ -36,12 +39,12 @@ function long_tags(array $borders, array $data): Generator
 
 put(['part.tpl' => 'P']);
 $d = ['v' => 'V', 'list' => ['a', 'b']];
-table(over([CHUNK, 2 * CHUNK], [
+table(over([CHUNK, 2 * CHUNK, BUFFER, BUFFER + STEP], [
     ['a{{b}}c{ d{v}e}f}{v}}}{{{v}}}', 'a{b}c{ dVe}f}V}{V}'],
     ["{\n{\r{\t{x 'q r'}{dynamic list}[{*}]{/dynamic}", "{\n{\r{\tq r[a][b]"],
     ['{{{{}}}}{{}{}{v}', '{{}}{}{}V'],
 ], $d));
-table(over([CHUNK], [
+table(over([CHUNK, BUFFER, BUFFER + STEP], [
     ['{include part.tpl}{!optional v}h{/optional}{x  y}', 'P{x  y}'],
     ['{', '{'],
     ['}', '}'],
@@ -51,9 +54,9 @@ table(over([CHUNK], [
     ['{optional v}y', fails('Missing closing tag in @')],
     ['{v}{/dynamic}', fails('Unexpected closing dynamic tag in @')],
 ], $d));
-table(long_tags([CHUNK, 3 * CHUNK], $d));
+table(long_tags([CHUNK, 3 * CHUNK, BUFFER, BUFFER + STEP], $d));
 ?>
 --EXPECT--
-196 rows
-112 rows
-60 rows
+392 rows
+336 rows
+120 rows

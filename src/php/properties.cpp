@@ -76,6 +76,7 @@ HashTable* properties::copy(zend_object* object) {
 }
 
 const zval* properties::find(zend_object* object, zend_ulong index, zval* holder) {
+	// An object that user code lets go of meanwhile is a lazy one. Those have no integer keys: nothing is found in it.
 	HeldObject held(object);
 	HashTable* elements = makeElements(object);
 	HashTable* table = elements ? elements : tableOf(object);

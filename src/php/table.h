@@ -72,7 +72,8 @@ inline const zval* findAtHint(const HashTable* oColumns, const KeyHint& oHint, I
 	return nullptr;
 }
 
-/// Finds a string key, its hash computed, in a table that is not packed, and notes where. Returns null when there is no such element.
+/// Finds a string key, its hash computed, in a table that is not packed, and notes where. Returns null when there is no
+/// such element.
 inline const zval* findKey(const HashTable* oColumns, const zend_string* sKey, KeyHint& oHint) {
 	const zval* phpFound = zend_hash_find_known_hash(oColumns, sKey);
 	if (phpFound) {

@@ -80,7 +80,8 @@ using Block = VectorBlock;
 using Block = WordBlock;
 #endif
 
-// Sets of bytes. Each tells whether a byte belongs to it, and of the bytes of a vector by setting all bits of those that do.
+// Sets of bytes. Each tells whether a byte belongs to it, and of the bytes of a block by setting the highest bit of those
+// that do, or all their bits.
 
 struct Nul {
 	template <typename T>

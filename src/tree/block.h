@@ -127,10 +127,9 @@ public:
 struct LoopState {
 	ElementKey phpKey;
 	const zval* phpValue = nullptr;
-	const HashTable* oColumns =
-		nullptr;                   ///< what the element has under string keys; looked up once for all tags of a row
-	HashTable* phpTable = nullptr; ///< one reference is held
-	DynamicBlock* oOuterLoop = nullptr; ///< the next enclosing block that holds a table
+	const HashTable* oColumns = nullptr; ///< what the element has under string keys, found once for all tags of a row
+	HashTable* phpTable = nullptr;       ///< one reference is held
+	DynamicBlock* oOuterLoop = nullptr;  ///< the next enclosing block that holds a table
 };
 
 /// A section that is repeated for each element of an array. (What analysis keeps of it is a DynamicScope.)
